@@ -1,0 +1,27 @@
+# The library, its headers, the program, and what find_package and pkg-config need to find them.
+
+include(CMakePackageConfigHelpers)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/vexel")
+
+install(TARGETS vexel EXPORT vexel_targets)
+if(TARGET vexel_host)
+  install(TARGETS vexel_host)
+endif()
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vexel"
+  FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT vexel_targets
+  FILE vexel-config.cmake
+  NAMESPACE vexel::
+  DESTINATION "${package_dir}")
+# The interface is not settled before 1.0: a program takes the minor version it was written for.
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/vexel-config-version.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/vexel-config-version.cmake" DESTINATION "${package_dir}")
+
+# Relative to the file itself, so that an installed tree may be moved.
+file(RELATIVE_PATH pkgconfig_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/vexel.pc.in" "${PROJECT_BINARY_DIR}/vexel.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/vexel.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -1,0 +1,49 @@
+# One test program for each folder of tests/, named test_<folder> and labelled <folder>. Folders are
+# found, not listed, so that none is forgotten. tests/support/ holds what they share, and its tests.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+set(tests_dir "${PROJECT_SOURCE_DIR}/tests")
+
+file(GLOB support_sources CONFIGURE_DEPENDS "${tests_dir}/support/*.cpp")
+list(FILTER support_sources EXCLUDE REGEX "_test\\.cpp$")
+if(support_sources)
+  add_library(vexel_test_support STATIC ${support_sources})
+  set(scope PUBLIC)
+  target_link_libraries(vexel_test_support PRIVATE vexel_options)
+else()
+  add_library(vexel_test_support INTERFACE)
+  set(scope INTERFACE)
+endif()
+target_include_directories(vexel_test_support ${scope}
+  "${PROJECT_SOURCE_DIR}/src" "${tests_dir}")
+target_compile_definitions(vexel_test_support ${scope}
+  VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
+  VEXEL_TESTS_DIR="${tests_dir}"
+  $<$<TARGET_EXISTS:vexel_host>:VEXEL_CLI="$<TARGET_FILE:vexel_host>">)
+target_link_libraries(vexel_test_support ${scope} GTest::gtest PkgConfig::gd)
+
+file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${tests_dir}" "${tests_dir}/*")
+foreach(folder IN LISTS folders)
+  file(GLOB test_sources CONFIGURE_DEPENDS "${tests_dir}/${folder}/*.cpp")
+  if(folder STREQUAL "support")
+    list(FILTER test_sources INCLUDE REGEX "_test\\.cpp$")
+  endif()
+  if(NOT test_sources)
+    continue()
+  endif()
+  set(test_program test_${folder})
+  add_executable(${test_program} ${test_sources})
+  target_link_libraries(${test_program} PRIVATE
+    vexel_options vexel_test_support vexel_objects GTest::gtest_main)
+  if(folder STREQUAL "cli" AND TARGET vexel_host)
+    add_dependencies(${test_program} vexel_host)
+  endif()
+  # The listing of tests happens when ctest starts, with time enough for a sanitized program.
+  gtest_discover_tests(${test_program}
+    TEST_PREFIX "${folder}/"
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 120
+    PROPERTIES LABELS ${folder} TIMEOUT 300)
+endforeach()
