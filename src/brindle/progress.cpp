@@ -1,0 +1,35 @@
+#include "brindle/progress.h"
+
+#include "platform/host.h"
+
+CProgressDlg::~CProgressDlg() {
+  if (open_) CHost::GetCurrent().CloseProgress();
+}
+
+int CProgressDlg::Create(CWnd* /*parent*/) {
+  CHost::GetCurrent().OpenProgress();
+  open_ = true;
+  return 1;
+}
+
+void CProgressDlg::SetStatus(const char* text) {
+  if (open_) CHost::GetCurrent().SetProgressText(text);
+}
+
+void CProgressDlg::SetStep(int step) { step_ = step; }
+
+void CProgressDlg::SetRange(int lower, int upper) {
+  position_ = lower;
+  if (open_) CHost::GetCurrent().SetProgressRange(lower, upper);
+}
+
+void CProgressDlg::SetPos(int position) {
+  position_ = position;
+  if (open_) CHost::GetCurrent().SetProgressPosition(position);
+}
+
+void CProgressDlg::StepIt() { SetPos(position_ + step_); }
+
+int CProgressDlg::CheckCancelButton() {
+  return open_ && CHost::GetCurrent().ProgressCancelled() ? 1 : 0;
+}

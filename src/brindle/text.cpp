@@ -1,0 +1,183 @@
+#include "brindle/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "platform/host.h"
+
+namespace {
+
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// No double shows a digit other than 0 behind this many decimals.
+constexpr unsigned kMostDecimals = 1074;
+
+// The power of ten of the first digit that counts, of a decimal number without a sign: 0 for "1.5",
+// -2 for "0.015". Tells the two sides of a double's range apart.
+long long DecimalMagnitude(std::string_view text) {
+  const std::size_t exponentAt = text.find_first_of("eE");
+  const std::string_view digits = text.substr(0, exponentAt);
+  const auto point = static_cast<long long>(std::min(digits.find('.'), digits.size()));
+  const auto first =
+      static_cast<long long>(std::min(digits.find_first_of("123456789"), digits.size()));
+  long long exponent = 0;
+  if (exponentAt != std::string_view::npos) {
+    const std::string_view power = text.substr(exponentAt + 1);
+    exponent = vexel::ToWholeNumber(power);
+    constexpr long long kFar = std::numeric_limits<int>::max();
+    exponent = std::clamp(exponent, -kFar, kFar);
+  }
+  return exponent + (first < point ? point - first - 1 : point - first);
+}
+
+// What stands for a number beyond a double's range.
+double OutOfRange(std::string_view text) {
+  const bool negative = text.front() == '-';
+  if (DecimalMagnitude(text.substr(negative ? 1 : 0)) < 0) return 0.0;
+  return negative ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
+}
+
+// The digits with a separator between groups of three, counted from the right.
+void AppendGrouped(std::string& text, std::string_view digits, char separator) {
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (i > 0 && separator != 0 && (digits.size() - i) % 3 == 0) text += separator;
+    text += digits[i];
+  }
+}
+
+// The plain decimal of a value, without a sign where every digit is 0.
+std::string FixedDecimal(double value, unsigned decimals) {
+  // The longest double has 309 digits before the point.
+  std::string text(std::size_t{decimals} + 320, '\0');
+  const auto result = std::to_chars(text.data(), text.data() + text.size(), value,
+                                    std::chars_format::fixed, static_cast<int>(decimals));
+  text.resize(static_cast<std::size_t>(result.ptr - text.data()));
+  if (text.find_first_of("123456789") == std::string::npos && text.starts_with('-'))
+    text.erase(0, 1);
+  return text;
+}
+
+}  // namespace
+
+CVELAString CVELAString::GetToken(const char* delimiters, char* /*unused*/, int /*unusedToo*/) {
+  std::string_view rest = text_;
+  CVELAString token(vexel::TakeToken(rest, delimiters));
+  text_.erase(0, text_.size() - rest.size());
+  return token;
+}
+
+int CVELAString::IsNumeric() const noexcept { return vexel::IsWholeNumber(text_) ? 1 : 0; }
+
+std::int64_t CVELAString::Val() const noexcept { return vexel::ToWholeNumber(text_); }
+
+void CVELAString::Str(std::int64_t value, int /*width*/, char /*pad*/) {
+  text_ = std::to_string(value);
+}
+
+int CVELAString::MessageBoxA(int flags) const {
+  return AfxMessageBox(*this, static_cast<unsigned>(flags), 0);
+}
+
+char* d2txt(double value, unsigned decimals, char thousand, char decimal, int /*unused*/) {
+  thread_local std::string text;
+  text.clear();
+  if (!std::isfinite(value)) {
+    text = std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf");
+    return text.data();
+  }
+  const std::string plain = FixedDecimal(value, std::min(decimals, kMostDecimals));
+  std::string_view digits = plain;
+  if (digits.starts_with('-')) {
+    text += '-';
+    digits.remove_prefix(1);
+  }
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  AppendGrouped(text, digits.substr(0, point), thousand);
+  if (point < digits.size()) {
+    if (decimal != 0) text += decimal;
+    text += digits.substr(point + 1);
+  }
+  return text.data();
+}
+
+double txt2d(const char* text, char thousand, char decimal) {
+  return vexel::ToNumber(std::string_view(text), thousand, decimal);
+}
+
+double atod(const char* text, unsigned /*unused*/) {
+  return vexel::ToNumber(std::string_view(text));
+}
+
+char* strtoken(char* text, const char* delimiters, char* /*unused*/) {
+  thread_local char empty[1] = {0};
+  thread_local char* next = empty;
+  if (text != nullptr) next = text;
+  const std::string_view rest = next;
+  char* token = next + std::min(rest.find_first_not_of(delimiters), rest.size());
+  const std::string_view tail = token;
+  char* end = token + std::min(tail.find_first_of(delimiters), tail.size());
+  next = *end == 0 ? end : end + 1;
+  *end = 0;
+  return token;
+}
+
+namespace vexel {
+
+std::string_view TakeToken(std::string_view& text, std::string_view delimiters) noexcept {
+  const std::size_t first = std::min(text.find_first_not_of(delimiters), text.size());
+  text.remove_prefix(first);
+  const std::size_t length = std::min(text.find_first_of(delimiters), text.size());
+  const std::string_view token = text.substr(0, length);
+  text.remove_prefix(std::min(length + 1, text.size()));
+  return token;
+}
+
+bool IsWholeNumber(std::string_view text) noexcept {
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
+std::int64_t ToWholeNumber(std::string_view text) noexcept {
+  text = TrimBlanks(text);
+  if (text.starts_with('+')) text.remove_prefix(1);
+  std::int64_t value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc::result_out_of_range) return value;
+  return text.starts_with('-') ? std::numeric_limits<std::int64_t>::min()
+                               : std::numeric_limits<std::int64_t>::max();
+}
+
+double ToNumber(std::string_view text) noexcept {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+  if (text.starts_with('+')) text.remove_prefix(1);
+  // Words such as "inf" and "nan" are no numbers here.
+  const std::size_t first = text.starts_with('-') ? 1 : 0;
+  if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return 0.0;
+  double value = 0.0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc::result_out_of_range) return value;
+  return OutOfRange(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));
+}
+
+double ToNumber(std::string_view text, char thousand, char decimal) {
+  double value = 0.0;
+  if (decimal == '.' && text.find(thousand) == std::string_view::npos) {
+    value = ToNumber(text);
+  } else {
+    thread_local std::string plain;
+    plain.clear();
+    for (const char c : text) {
+      if (c == thousand) continue;
+      if (c == '.' && decimal != '.') break;
+      plain += c == decimal ? '.' : c;
+    }
+    value = ToNumber(plain);
+  }
+  constexpr double kBeyond = std::numeric_limits<double>::max();
+  static const double kMost = std::nextafter(kBeyond, 0.0);
+  return std::clamp(value, -kMost, kMost);
+}
+
+}  // namespace vexel

@@ -1,0 +1,184 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <utility>
+
+#include "platform/exceptions.h"
+
+namespace {
+
+constexpr std::size_t kWriteBuffer = std::size_t{256} * 1024;
+
+CFileStatus::Time ToTime(const timespec& time) {
+  return CFileStatus::Time(std::chrono::seconds(time.tv_sec) +
+                           std::chrono::nanoseconds(time.tv_nsec));
+}
+
+// The file that a path finally names, so that a link keeps pointing at what is written. A path
+// that does not exist yet is taken as it stands.
+std::string ResolveLinks(const char* path) {
+  std::array<char, PATH_MAX> resolved{};
+  return ::realpath(path, resolved.data()) == nullptr ? path : resolved.data();
+}
+
+}  // namespace
+
+CFile::~CFile() {
+  if (!IsOpen()) return;
+  if (std::uncaught_exceptions() > exceptionsAtOpen_) {
+    Abort();
+  } else {
+    CFile::Close();
+  }
+}
+
+int CFile::Open(const char* path, unsigned flags) {
+  Abort();
+  exceptionsAtOpen_ = std::uncaught_exceptions();
+  const bool opened = (flags & modeWrite) != 0 ? OpenForWriting(path) : OpenForReading(path);
+  if (!opened) Forget();
+  return opened ? 1 : 0;
+}
+
+bool CFile::OpenForReading(const char* path) {
+  descriptor_ = ::open(path, O_RDONLY | O_CLOEXEC);
+  struct stat status {};
+  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || S_ISDIR(status.st_mode))
+    return false;
+  length_ = S_ISREG(status.st_mode) ? status.st_size : 0;
+  return true;
+}
+
+bool CFile::OpenForWriting(const char* path) {
+  writing_ = true;
+  target_ = ResolveLinks(path);
+  struct stat status {};
+  const bool exists = ::stat(target_.c_str(), &status) == 0;
+  if (exists && S_ISDIR(status.st_mode)) return false;
+  if (exists && !S_ISREG(status.st_mode)) {
+    descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+    return descriptor_ >= 0;
+  }
+  // A file that may not be written is not replaced either.
+  if (exists && ::access(target_.c_str(), W_OK) != 0) return false;
+  if (!OpenTemporary()) return false;
+  if (exists) (void)::fchmod(descriptor_, status.st_mode & 07777U);
+  return true;
+}
+
+bool CFile::OpenTemporary() {
+  constexpr int kTries = 100;
+  for (int number = 0; number < kTries && descriptor_ < 0; ++number) {
+    temporary_ = target_ + ".tmp" + std::to_string(::getpid()) + '-' + std::to_string(number);
+    descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor_ < 0 && errno != EEXIST) break;
+  }
+  if (descriptor_ < 0) temporary_.clear();
+  return descriptor_ >= 0;
+}
+
+std::size_t CFile::Read(void* buffer, std::size_t count) {
+  char* to = static_cast<char*>(buffer);
+  std::size_t total = 0;
+  while (total < count) {
+    const ssize_t got = ::read(descriptor_, to + total, count - total);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    total += static_cast<std::size_t>(got);
+  }
+  position_ += static_cast<std::int64_t>(total);
+  return total;
+}
+
+void CFile::Write(const void* bytes, std::size_t count) {
+  position_ += static_cast<std::int64_t>(count);
+  length_ = position_;
+  if (failed_) return;
+  const char* from = static_cast<const char*>(bytes);
+  if (pending_.size() + count > kWriteBuffer) Flush();
+  if (count >= kWriteBuffer) {
+    WriteOut(from, count);
+  } else {
+    pending_.insert(pending_.end(), from, from + count);
+  }
+}
+
+void CFile::Flush() {
+  WriteOut(pending_.data(), pending_.size());
+  pending_.clear();
+}
+
+void CFile::WriteOut(const char* bytes, std::size_t count) {
+  while (count > 0 && !failed_) {
+    const ssize_t written = ::write(descriptor_, bytes, count);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) {
+      failed_ = true;
+    } else {
+      bytes += written;
+      count -= static_cast<std::size_t>(written);
+    }
+  }
+}
+
+int CFile::Close() {
+  if (!IsOpen()) return 1;
+  const bool whole = !writing_ || MoveIntoPlace();
+  Abort();
+  return whole ? 1 : 0;
+}
+
+bool CFile::MoveIntoPlace() {
+  Flush();
+  if (failed_) return false;
+  // Closing tells of what a write could not, such as a full share. A sync to the medium is left to
+  // the system: it guards against a loss of power alone and would cost more than the page.
+  const bool closed = ::close(std::exchange(descriptor_, -1)) == 0;
+  if (!closed || temporary_.empty()) return closed;
+  if (::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
+  temporary_.clear();
+  return true;
+}
+
+void CFile::Abort() noexcept {
+  if (!temporary_.empty()) ::unlink(temporary_.c_str());
+  Forget();
+}
+
+void CFile::Forget() noexcept {
+  if (descriptor_ >= 0) ::close(descriptor_);
+  descriptor_ = -1;
+  writing_ = failed_ = false;
+  position_ = length_ = 0;
+  target_.clear();
+  temporary_.clear();
+  pending_.clear();
+}
+
+int CFile::GetStatus(const char* path, CFileStatus& status) {
+  struct stat found {};
+  if (::stat(path, &found) != 0) return 0;
+  status.ctime = ToTime(found.st_ctim);
+  status.mtime = ToTime(found.st_mtim);
+  status.atime = ToTime(found.st_atim);
+  status.size = found.st_size;
+  status.isDirectory = S_ISDIR(found.st_mode);
+  status.fullName = path;
+  return 1;
+}
+
+void CStdioFile::WriteString(const char* text) { WriteString(std::string_view(text)); }
+
+void CStdioFile::WriteString(std::string_view text) {
+  Write(text.data(), text.size());
+  if (HasFailed()) throw CFileException("the file cannot be written");
+}

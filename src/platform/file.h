@@ -1,0 +1,105 @@
+// Files: reading in bulk, and writing that never leaves a torn file behind.
+
+#ifndef VEXEL_PLATFORM_FILE_H_
+#define VEXEL_PLATFORM_FILE_H_
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/export.h"
+#include "platform/object.h"
+#include "platform/string.h"
+
+// What the file system says of a file. A fresh record has zero times.
+struct CFileStatus {
+  using Time = std::chrono::sys_time<std::chrono::nanoseconds>;
+
+  Time ctime{};  // last change of the file's entry
+  Time mtime{};  // last change of its contents
+  Time atime{};  // last reading
+  std::int64_t size = 0;
+  bool isDirectory = false;
+  CString fullName;
+};
+
+// A binary file.
+//
+// A file opened with modeCreate is written beside its target and takes the target's place when it
+// is closed and every byte has been taken. Until then, and after any failure, an earlier file of
+// that name stands as it was. A target that is no regular file (a terminal, a pipe) is written
+// directly. Writing fails silently and once for all: Close tells.
+class VEXEL_API CFile : public CObject {
+ public:
+  enum OpenFlags : unsigned {
+    modeRead = 0,
+    modeWrite = 1,
+    shareExclusive = 0x10,
+    modeCreate = 0x1000,
+    typeBinary = 0x8000
+  };
+
+  CFile() = default;
+  CFile(const CFile&) = delete;
+  CFile& operator=(const CFile&) = delete;
+
+  // Closes as Close does, unless an exception thrown since Open is passing: then it discards.
+  ~CFile() override;
+
+  // Nonzero on success. A directory is refused. modeWrite goes with modeCreate.
+  virtual int Open(const char* path, unsigned flags);
+  bool IsOpen() const noexcept { return descriptor_ >= 0; }
+
+  // Reads up to `count` bytes; fewer only at the end of the file or at an error.
+  std::size_t Read(void* buffer, std::size_t count);
+
+  void Write(const void* bytes, std::size_t count);
+  bool HasFailed() const noexcept { return failed_; }
+
+  // Bytes read or written so far, and in all. The length of what is no regular file is 0.
+  std::int64_t GetPosition() const noexcept { return position_; }
+  std::int64_t GetLength() const noexcept { return length_; }
+
+  // Nonzero when everything written stands under the file's name (always so after reading).
+  virtual int Close();
+
+  // Closes and discards what was written.
+  void Abort() noexcept;
+
+  // Nonzero when there is such a file; the record is filled only then.
+  static int GetStatus(const char* path, CFileStatus& status);
+
+ protected:
+  void Flush();
+
+ private:
+  bool OpenForReading(const char* path);
+  bool OpenForWriting(const char* path);
+  bool OpenTemporary();
+  bool MoveIntoPlace();
+  void WriteOut(const char* bytes, std::size_t count);
+  void Forget() noexcept;
+
+  int descriptor_ = -1;
+  bool writing_ = false;
+  bool failed_ = false;
+  int exceptionsAtOpen_ = 0;
+  std::int64_t position_ = 0;
+  std::int64_t length_ = 0;
+  std::string target_;
+  std::string temporary_;  // empty when the target is written directly
+  std::vector<char> pending_;
+};
+
+// A text file. Lines are the caller's: nothing is added or translated.
+class VEXEL_API CStdioFile : public CFile {
+ public:
+  // Throws CFileException when the file does not take the text.
+  void WriteString(const char* text);
+  void WriteString(std::string_view text);
+};
+
+#endif  // VEXEL_PLATFORM_FILE_H_

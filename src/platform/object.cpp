@@ -1,0 +1,54 @@
+#include "platform/object.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+std::vector<const CRuntimeClass*>& Registry() {
+  static std::vector<const CRuntimeClass*> records;
+  return records;
+}
+
+}  // namespace
+
+CObject* CRuntimeClass::CreateObject() const {
+  return createObject == nullptr ? nullptr : createObject();
+}
+
+bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const {
+  const CRuntimeClass* record = this;
+  while (record != nullptr && record != base) {
+    record = record->getBaseClass == nullptr ? nullptr : record->getBaseClass();
+  }
+  return record != nullptr;
+}
+
+const CRuntimeClass* CRuntimeClass::FromName(std::string_view className) {
+  const auto& records = Registry();
+  const auto found = std::find_if(records.begin(), records.end(), [&](const CRuntimeClass* record) {
+    return record->className == className;
+  });
+  return found == records.end() ? nullptr : *found;
+}
+
+CObject* CRuntimeClass::CreateObject(std::string_view className) {
+  const CRuntimeClass* record = FromName(className);
+  return record == nullptr ? nullptr : record->CreateObject();
+}
+
+const CRuntimeClass* CObject::GetThisClass() {
+  static constexpr CRuntimeClass kRecord{"CObject", nullptr, nullptr};
+  return &kRecord;
+}
+
+const CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
+
+void CObject::Serialize(CArchive& /*ar*/) {}
+
+void AfxClassInit(const CRuntimeClass* record) {
+  auto& records = Registry();
+  if (std::find(records.begin(), records.end(), record) == records.end()) records.push_back(record);
+}
+
+void AfxClassTerm(const CRuntimeClass* record) { std::erase(Registry(), record); }
