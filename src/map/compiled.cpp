@@ -1,0 +1,225 @@
+// The compiled form of a map: a tag, the head, the tree with integer points, the tree again with
+// float points.
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <memory>
+#include <string_view>
+
+#include "map/map.h"
+#include "messages/messages.h"
+#include "platform/archive.h"
+#include "platform/host.h"
+
+namespace {
+
+using vexel::Message;
+using vexel::MessageText;
+
+constexpr std::string_view kTag = "Ortex 3.1\x1A";
+constexpr std::string_view kOldTag = "TAVO MPC1\x1A";
+
+// Points that are read at a time: a count in a file is only believed as far as its bytes go.
+constexpr int kPointsAtATime = 8192;
+
+// A point as it stands in the file, x before y.
+template <typename Point>
+void StorePoints(CArchive& ar, std::span<const Point> points) {
+  static_assert(sizeof(Point) == 8);
+  if (points.empty()) return;
+  if constexpr (std::endian::native == std::endian::little) {
+    ar.Write(points.data(), points.size_bytes());
+  } else {
+    for (const Point& point : points) ar << point.x << point.y;
+  }
+}
+
+template <typename Point>
+void LoadPoints(CArchive& ar, vexel::GrowArray<Point>& points, int count) {
+  static_assert(sizeof(Point) == 8);
+  points.RemoveAll();
+  for (int left = count; left > 0; left -= kPointsAtATime) {
+    const int now = std::min(left, kPointsAtATime);
+    Point* to = points.Extend(now);
+    // A file that ends in their midst leaves points of a known value.
+    std::fill_n(to, now, Point{});
+    if constexpr (std::endian::native == std::endian::little) {
+      ar.ReadExactly(to, static_cast<std::size_t>(now) * sizeof(Point));
+    } else {
+      std::for_each(to, to + now, [&](Point& point) { ar >> point.x >> point.y; });
+    }
+  }
+}
+
+std::int32_t LoadCount(CArchive& ar) {
+  std::int32_t count = 0;
+  ar >> count;
+  return std::max(count, 0);
+}
+
+// The two halves of a file describe one tree.
+void CheckShape(int expected, int found) {
+  if (expected == found) return;
+  throw CArchiveException(CArchiveException::generic,
+                          "the two halves of the compiled file do not fit each other");
+}
+
+}  // namespace
+
+void CPolygon::Store(CArchive& ar, bool floats) const {
+  // The count is that of the integer points in both halves.
+  const auto count = static_cast<std::size_t>(GetSize());
+  ar << GetSize();
+  if (!floats) {
+    StorePoints(ar, GetPoints());
+  } else {
+    if (GetPointsF().size() < count) AfxThrowInvalidArgException();
+    StorePoints(ar, GetPointsF().first(count));
+  }
+  ar << hole;
+}
+
+void CPolygon::Load(CArchive& ar, bool floats) {
+  const int count = LoadCount(ar);
+  if (floats) {
+    LoadPoints(ar, pointsF, count);
+  } else {
+    LoadPoints(ar, points, count);
+  }
+  ar >> hole;
+}
+
+void CMapOb::Serialize(CArchive& ar, int floatPass, bool oldFormat) {
+  if (ar.IsStoring()) {
+    Store(ar, floatPass != 0);
+  } else if (floatPass == 0) {
+    LoadIntegers(ar, oldFormat, 0);
+  } else {
+    LoadFloats(ar, oldFormat, 0, 0);
+  }
+}
+
+void CMapOb::Store(CArchive& ar, bool floats) {
+  ar << name;
+  if (floats) {
+    ar << boundRectF.top << boundRectF.bottom << boundRectF.left << boundRectF.right;
+  } else {
+    ar << boundRect.left << boundRect.top << boundRect.right << boundRect.bottom << angle;
+  }
+  ar << GetNumPolygons();
+  area.Serialize(ar);
+  ar << GetNumPolygons();
+  for (const CPolygon* polygon : polygons) polygon->Store(ar, floats);
+  ar << GetNumChildren();
+  for (CMapOb* child : children) child->Serialize(ar, floats ? 1 : 0, false);
+}
+
+void CMapOb::LoadKey(CArchive& ar, bool oldFormat) {
+  area.Serialize(ar);
+  if (oldFormat) std::replace(area.codes.begin(), area.codes.end(), 0, CAreaStruct::kUnset);
+}
+
+void CMapOb::LoadIntegers(CArchive& ar, bool oldFormat, int depth) {
+  std::int32_t dropped = 0;
+  ar >> name;
+  ar >> boundRect.left >> boundRect.top >> boundRect.right >> boundRect.bottom >> angle >> dropped;
+  LoadKey(ar, oldFormat);
+  for (std::int32_t left = LoadCount(ar); left > 0; --left) {
+    auto polygon = std::make_unique<CPolygon>();
+    polygon->Load(ar, false);
+    AddPoly(polygon.get());
+    static_cast<void>(polygon.release());
+  }
+  const std::int32_t count = LoadCount(ar);
+  if (count > 0 && depth > vexel::kDeepestNesting) {
+    throw CArchiveException(CArchiveException::generic, "the areas are nested too deeply");
+  }
+  for (std::int32_t left = count; left > 0; --left) {
+    auto child = std::make_unique<CMapOb>();
+    child->LoadIntegers(ar, oldFormat, depth + 1);
+    AddChild(child.get());
+    static_cast<void>(child.release());
+  }
+}
+
+// Fills the polygons and children from the given ones on, which the integer half has made.
+void CMapOb::LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild) {
+  std::int32_t dropped = 0;
+  ar >> name;
+  ar >> boundRectF.top >> boundRectF.bottom >> boundRectF.left >> boundRectF.right >> dropped;
+  LoadKey(ar, oldFormat);
+  CheckShape(GetNumPolygons() - firstPolygon, LoadCount(ar));
+  for (CPolygon* polygon : polygons.Elements().subspan(static_cast<std::size_t>(firstPolygon))) {
+    polygon->Load(ar, true);
+    CheckShape(polygon->GetSize(), polygon->GetSizeF());
+  }
+  CheckShape(GetNumChildren() - firstChild, LoadCount(ar));
+  for (CMapOb* child : children.Elements().subspan(static_cast<std::size_t>(firstChild))) {
+    child->LoadFloats(ar, oldFormat, 0, 0);
+  }
+}
+
+int CVELAMap::SaveMpc(const CVELAString& path) {
+  if (floatsLoaded == 0) {
+    AfxMessageBox(CString(MessageText(Message::noFloatCoordinates)), 0, 0);
+    return 0;
+  }
+  CFile file;
+  constexpr unsigned kFlags =
+      CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive | CFile::typeBinary;
+  if (file.Open(path.GetString(), kFlags) == 0) {
+    CVELAString(CString(MessageText(Message::compiledMapNotWritten)) + path).MessageBoxA(0x30);
+    return 0;
+  }
+  CArchive ar(&file, CArchive::store);
+  Serialize(ar, 1);
+  ar.Close();
+  if (file.Close() == 0) {
+    CVELAString(CString(MessageText(Message::writeFailed)) + path).MessageBoxA(0x30);
+    return 0;
+  }
+  return compiledValid;
+}
+
+void CVELAMap::Serialize(CArchive& ar, int withFloatPass) {
+  const vexel::WaitCursor wait;
+  if (ar.IsStoring()) {
+    StoreMap(ar, withFloatPass);
+  } else {
+    LoadMap(ar, withFloatPass);
+  }
+}
+
+void CVELAMap::StoreMap(CArchive& ar, int withFloatPass) {
+  ar.Write(kTag.data(), kTag.size());
+  ar << longLat << numMapLevels;
+  for (const CVELAString& levelName : levelNames) ar << levelName;
+  Serialize(ar, 0, false);
+  if (withFloatPass != 0) Serialize(ar, 1, false);
+  compiledValid = 1;
+}
+
+void CVELAMap::LoadMap(CArchive& ar, int withFloatPass) {
+  if (!LoadTag(ar)) {
+    compiledValid = 0;
+    return;
+  }
+  ar >> longLat >> numMapLevels;
+  for (CVELAString& levelName : levelNames) ar >> levelName;
+  const int firstPolygon = GetNumPolygons();
+  const int firstChild = GetNumChildren();
+  const bool oldFormat = compiledOldFormat != 0;
+  Serialize(ar, 0, oldFormat);
+  if (withFloatPass != 0) LoadFloats(ar, oldFormat, firstPolygon, firstChild);
+  compiledValid = 1;
+}
+
+bool CVELAMap::LoadTag(CArchive& ar) {
+  std::array<char, kTag.size()> tag{};
+  const std::string_view found(tag.data(), ar.Read(tag.data(), tag.size()));
+  const bool isOld = vexel::EqualNoCase(found, kOldTag);
+  if (!isOld && !vexel::EqualNoCase(found, kTag)) return false;
+  compiledOldFormat = isOld ? 1 : 0;
+  return true;
+}

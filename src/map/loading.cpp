@@ -1,0 +1,90 @@
+// Loading a map by its file's name.
+
+#include "brindle/progress.h"
+#include "brindle/specfile.h"
+#include "map/map.h"
+#include "messages/messages.h"
+#include "platform/archive.h"
+#include "platform/host.h"
+
+using vexel::Message;
+using vexel::MessageText;
+
+int CVELAMap::Build(const CString& path, int loadFloats, int showProgress) {
+  const bool isCompiled = path.Right(3).CompareNoCase("mpc") == 0;
+  int loaded = 0;
+  if (isCompiled) {
+    loaded = BuildCompiled(path, loadFloats);
+    if (loaded == 0) return 0;
+  } else {
+    loaded = BuildText(path, showProgress);
+  }
+  CFileStatus status;
+  CFile::GetStatus(path.GetString(), status);
+  SetFileStatus(status);
+  return loaded;
+}
+
+int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
+  CFile file;
+  if (file.Open(path.GetString(), CFile::typeBinary) == 0) {
+    CVELAString(vexel::FormatMessage(Message::compiledMapNotOpened, path)).MessageBoxA(0x10);
+    return 0;
+  }
+  constexpr int kReadBlock = 64 * 1024;
+  CArchive ar(&file, CArchive::load, kReadBlock);
+  Serialize(ar, loadFloats);
+  if (compiledValid == 0) {
+    CString shown = path;
+    AfxMessageBox(CString(MessageText(Message::invalidMapFile)) + shown.MakeUpper(), 0, 0);
+    return 0;
+  }
+  floatsLoaded = loadFloats;
+  SettleIntoDrawing();
+  return 1;
+}
+
+int CVELAMap::BuildText(const CString& path, int showProgress) {
+  CProgressDlg dialog(0);
+  CSpecFile spec(0);
+  if (spec.Open(path.GetString(), 0) == 0) return 0;
+  const int length = static_cast<int>(spec.GetLength() / vexel::kBytesPerProgressStep);
+  if (showProgress != 0) {
+    dialog.Create(nullptr);
+    dialog.SetStatus(CString(MessageText(Message::loadingMap)).GetString());
+    dialog.SetStep(1);
+    dialog.SetRange(0, length);
+  }
+  int loaded = BuildBehindHeading(spec, showProgress != 0 ? &dialog : nullptr);
+  if (showProgress != 0) {
+    if (dialog.CheckCancelButton() != 0 || loaded == 0) {
+      AfxMessageBox(CString(MessageText(Message::mapNotLoaded)), 0x40, 0);
+      loaded = 0;
+    } else {
+      dialog.SetPos(length);
+    }
+  }
+  floatsLoaded = 1;
+  SettleIntoDrawing();
+  NormalizeCoords();
+  CheckForMissingPolygons(GetBoundRect());
+  spec.Close();
+  return loaded;
+}
+
+// Passes over whatever stands before the heading of the map, and reads what stands behind it.
+int CVELAMap::BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress) {
+  CSpecFile::Line line;
+  while (spec.NextLine(line)) {
+    if (vexel::EqualNoCase(line.command, "[Map]")) return Build(spec, progress);
+  }
+  CVELAString(CString(MessageText(Message::noMapHeading))).MessageBoxA(0);
+  return 0;
+}
+
+// Parents, levels and marks of a tree that has just been read.
+void CVELAMap::SettleIntoDrawing() {
+  InitParents(nullptr);
+  InitLevels(0);
+  PrepareLevelDrawing(1);
+}

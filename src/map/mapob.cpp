@@ -1,0 +1,95 @@
+#include "map/mapob.h"
+
+#include <algorithm>
+#include <memory>
+
+CObject* CMapOb::CreateObject() { return new CMapOb; }
+
+const CRuntimeClass* CMapOb::GetThisClass() {
+  static constexpr CRuntimeClass kRecord{"CMapOb", &CMapOb::CreateObject, &CObject::GetThisClass};
+  return &kRecord;
+}
+
+const CRuntimeClass* CMapOb::GetRuntimeClass() const { return GetThisClass(); }
+
+CMapOb::~CMapOb() {
+  std::for_each(polygons.begin(), polygons.end(), std::default_delete<CPolygon>());
+  polygons.RemoveAll();
+  RemoveAllChildren();
+}
+
+void CMapOb::RemoveAllChildren() {
+  std::for_each(children.begin(), children.end(), std::default_delete<CMapOb>());
+  children.RemoveAll();
+}
+
+CMapOb* CMapOb::GetArea(const CAreaStruct& key) {
+  if (key.GetLevel() == level) return area == key ? this : nullptr;
+  for (CMapOb* child : children) {
+    if (CMapOb* found = child->GetArea(key); found != nullptr) return found;
+  }
+  return nullptr;
+}
+
+int CMapOb::Find(const CAreaStruct& key, CMapOb*& found) {
+  if (area == key) {
+    found = this;
+    return 1;
+  }
+  return std::any_of(children.begin(), children.end(),
+                     [&](CMapOb* child) { return child->Find(key, found) != 0; })
+             ? 1
+             : 0;
+}
+
+CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) {
+  const auto unsetFrom = [&](std::size_t code) {
+    CAreaStruct cut = key;
+    if (code < cut.codes.size()) std::fill(cut.codes.begin() + code, cut.codes.end(), cut.kUnset);
+    return cut;
+  };
+  CAreaStruct parentKey = key;
+  parentKey.codes[static_cast<std::size_t>(key.GetLevelWithLeadingZeros() - 1)] = key.kUnset;
+  if (area == parentKey) {
+    auto node = std::make_unique<CMapOb>(nodeName, key);
+    InsertInOrder(node.get());
+    return node.release();
+  }
+  // Below the eighth level there is no code left that could lead on: this node is no ancestor.
+  if (level >= CAreaStruct::kNumCodes) AfxThrowInvalidArgException();
+  const CAreaStruct pathKey = unsetFrom(static_cast<std::size_t>(level) + 1);
+  const auto* onPath = std::find_if(children.begin(), children.end(),
+                                    [&](const CMapOb* child) { return child->area == pathKey; });
+  if (onPath != children.end()) return (*onPath)->InsertArea(nodeName, key);
+  auto between = std::make_unique<CMapOb>(pathKey.GetAreasStr(), pathKey);
+  InsertInOrder(between.get());
+  return between.release()->InsertArea(nodeName, key);
+}
+
+void CMapOb::InsertInOrder(CMapOb* child) {
+  const auto* before = std::find_if(children.begin(), children.end(),
+                                    [&](const CMapOb* other) { return child->area < other->area; });
+  children.InsertAt(static_cast<int>(before - children.begin()), child);
+  child->parent = this;
+  child->level = level + 1;
+}
+
+void CMapOb::Count(int& count) const {
+  ++count;
+  for (const CMapOb* child : children) child->Count(count);
+}
+
+void CMapOb::InitLevels(int nodeLevel) {
+  level = nodeLevel;
+  for (CMapOb* child : children) child->InitLevels(nodeLevel + 1);
+}
+
+void CMapOb::InitParents(CMapOb* node) {
+  parent = node;
+  for (CMapOb* child : children) child->InitParents(this);
+}
+
+void CMapOb::ClearDraw() {
+  drawn = 0;
+  for (CMapOb* child : children) child->ClearDraw();
+}
