@@ -9,7 +9,6 @@
 #include "brindle/areastruct.h"
 #include "brindle/text.h"
 #include "data/areadata.h"
-#include "messages/messages.h"
 #include "platform/array.h"
 #include "platform/export.h"
 #include "platform/object.h"
@@ -126,19 +125,21 @@ class VEXEL_API CVELAData : public CObject {
   class RowReader;
   friend class CVELAMap;  // writes the data file
 
-  enum class After { goOn, stops };
-
+  CVELAMap& Map() const;  // throws CInvalidArgException when the host has linked none
   int Report(const CString& text, int quiet, unsigned flags = 0);
   bool BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value, int loadMap,
                     int quiet);
-  bool ReadyForRows(int quiet);
-  bool SetAreaLevels(CSpecFile& file, std::string_view value, int quiet);
-  bool SetVariables(CSpecFile& file, std::string_view value, int quiet);
+  bool IsReadyForRows(int quiet);
+  bool SetCount(CSpecFile& file, std::string_view keyword, std::string_view value, int quiet);
   bool LoadMap(std::string_view value, int quiet);
   void SetThousandWord(std::string_view value, int quiet);
   void SetDecimalWord(std::string_view value, int quiet);
   void SettleMapLabel();
   bool BuildHeader(CSpecFile& file, int quiet);
+  void WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBase) const;
+  void WriteHeader(CSpecFile& file, const CVELAMap& tree) const;
+  void AppendKeyAndName(std::string& line, const CAreaData& row, const CMapOb* node) const;
+  std::string MissingText() const;
 };
 
 #endif  // VEXEL_DATA_DATASET_H_

@@ -59,6 +59,7 @@ VEXEL_API std::string_view MessageText(Message number) noexcept;
 VEXEL_API CString FillMessage(Message number, const std::vector<std::string>& values);
 
 inline std::string MessageValue(std::string_view text) { return std::string(text); }
+inline std::string MessageValue(const char* text) { return text; }
 inline std::string MessageValue(const CString& text) { return std::string(text.View()); }
 inline std::string MessageValue(std::integral auto number) { return std::to_string(number); }
 

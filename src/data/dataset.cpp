@@ -1,0 +1,62 @@
+#include "data/dataset.h"
+
+#include <algorithm>
+
+#include "data/areaindex.h"
+#include "map/mapob.h"
+
+CObject* CVELAData::CreateObject() { return new CVELAData; }
+
+const CRuntimeClass* CVELAData::GetThisClass() {
+  static constexpr CRuntimeClass kRecord{"CVELAData", &CVELAData::CreateObject,
+                                         &CObject::GetThisClass};
+  return &kRecord;
+}
+
+const CRuntimeClass* CVELAData::GetRuntimeClass() const { return GetThisClass(); }
+
+void CVELAData::operator=(CVELAData& source) {  // NOLINT: gives nothing, by custom
+  if (this == &source) return;
+  mapIsText = source.mapIsText;
+  mapFile = source.mapFile;
+  linkToFile = source.linkToFile;
+  map = source.map;
+  mapLabel = source.mapLabel;
+  noValue = source.noValue;
+  thousand = source.thousand;
+  decimal = source.decimal;
+  numVars = source.numVars;
+  for (int i = 0; i < source.varDecs.GetSize(); ++i) {
+    varDecs[i] = source.varDecs[i];
+    varNames[i] = source.varNames[i];
+  }
+  numDataLevels = source.numDataLevels;
+  areas.RemoveAll();
+  for (const CAreaData& row : source.areas) AddAreaData(row);
+  var1Selected = source.var1Selected;
+  var2Selected = source.var2Selected;
+  calcSelected = source.calcSelected;
+}
+
+CAreaData* CVELAData::FindAreaData(const CAreaStruct& key) {
+  auto* const found = std::find_if(areas.begin(), areas.end(),
+                                   [&](const CAreaData& row) { return row.area == key; });
+  return found == areas.end() ? nullptr : found;
+}
+
+int CVELAData::AddAreaData(const CAreaData& row) {
+  CAreaData copy(row.area);
+  copy.values.SetSize(row.values.GetSize());
+  std::ranges::copy(row.values, copy.values.begin());
+  return areas.Add(std::move(copy));
+}
+
+void CMapOb::SetAreaDataPointers(CVELAData* data) {
+  vexel::AreaIndex<CAreaData> rows(static_cast<std::size_t>(data->GetNumAreas()));
+  for (int i = 0; i < data->GetNumAreas(); ++i) rows.Add(&data->GetAreaData(i));
+  const auto point = [&](const auto& self, CMapOb& node) -> void {
+    node.areaData = rows.Find(node.area);
+    for (CMapOb* child : node.children) self(self, *child);
+  };
+  point(point, *this);
+}

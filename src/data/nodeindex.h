@@ -1,0 +1,27 @@
+// The nodes of a map by their keys.
+
+#ifndef VEXEL_DATA_NODEINDEX_H_
+#define VEXEL_DATA_NODEINDEX_H_
+
+#include "data/areaindex.h"
+#include "map/mapob.h"
+
+namespace vexel {
+
+// An index of the whole tree below and including `root`; it finds what CMapOb::Find finds, the
+// first node in pre-order.
+inline AreaIndex<CMapOb> IndexNodes(CMapOb& root) {
+  int count = 0;
+  root.Count(count);
+  AreaIndex<CMapOb> index(static_cast<std::size_t>(count));
+  const auto add = [&](const auto& self, CMapOb& node) -> void {
+    index.Add(&node);
+    for (int i = 0; i < node.GetNumChildren(); ++i) self(self, *node.GetChild(i));
+  };
+  add(add, root);
+  return index;
+}
+
+}  // namespace vexel
+
+#endif  // VEXEL_DATA_NODEINDEX_H_

@@ -1,0 +1,38 @@
+// The texts that a page makes from the selection of its data set.
+
+#include <array>
+
+#include "data/calculation.h"
+#include "data/dataset.h"
+#include "map/map.h"
+#include "messages/messages.h"
+#include "platform/exceptions.h"
+#include "platform/profile.h"
+
+CVELAString CVELAMap::GenerateTitle() {
+  if (data == nullptr) AfxThrowInvalidArgException();
+  const CVELAString& root = drawRoot->GetName();
+  const int calculation = data->GetCalcSelected();
+  if (calculation < -1 || calculation > vexel::difference) return root;
+  const CString first = data->GetVarName(data->GetVar1Selected());
+  if (calculation == -1) return first + " - " + root;
+  const std::array labels{&percentChangeLabel, &percentLabel, &ratioLabel, &differenceLabel};
+  const bool isQuotient = calculation == vexel::percent || calculation == vexel::ratio;
+  const CString second = data->GetVarName(data->GetVar2Selected());
+  return first + (isQuotient ? " / " : " - ") + second + " (" +
+         *labels[static_cast<std::size_t>(calculation)] + "): " + root;
+}
+
+CVELAString CVELAMap::GetDataStr(CMapOb* node) {
+  if (data == nullptr) AfxThrowInvalidArgException();
+  const CVELAString noData{vexel::MessageText(vexel::Message::noData)};
+  const CAreaData* row = data->FindAreaData(node->GetArea());
+  if (row == nullptr) return noData;
+  const int column = data->GetSelected();
+  const double value = row->GetValue(column);
+  if (value == NO_DATA_VALUE) return noData;
+  const int decimals = data->GetVarDecs(column);
+  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, 0});
+  return d2txt(value, static_cast<unsigned>(std::max(decimals, 0)), separators.thousand,
+               separators.decimal, 1);
+}

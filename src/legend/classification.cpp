@@ -1,0 +1,202 @@
+// Classification: from the values of the areas on show to groups, labels and colours.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "data/dataset.h"
+#include "legend/legend.h"
+#include "legend/palettes.h"
+#include "map/map.h"
+#include "platform/exceptions.h"
+#include "platform/profile.h"
+
+namespace {
+
+// Above every value of a data set: the lower bound of the group behind the last.
+constexpr double kSentinel = std::numeric_limits<double>::max();
+constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+// Calls `use` for each node of the subtree at that level. Nothing below such a node is visited.
+template <typename Use>
+void ForLevel(CMapOb& node, int level, const Use& use) {
+  if (node.GetLevel() == level) {
+    use(node);
+    return;
+  }
+  for (int i = 0; i < node.GetNumChildren(); ++i) ForLevel(*node.GetChild(i), level, use);
+}
+
+}  // namespace
+
+void CLegend::UpdateData(CVELAMap* map, CVELAData* data) {
+  values.RemoveAll();
+  CMapOb* root = map->GetDrawRoot();
+  const int level = map->GetDrawLevel();
+  GetData(root, data, level);
+  decimals = data->GetVarDecs(data->GetSelected());
+  if (values.IsEmpty()) AfxThrowInvalidArgException();
+  // The lowest double is the mark of a missing value, so these come first. No value is NaN.
+  std::sort(values.begin(), values.end());
+  lastIndex = values.GetSize() - 1;
+  const auto* real = std::find_if(values.begin(), values.end(),
+                                  [](double value) { return value != NO_DATA_VALUE; });
+  numMissing = static_cast<int>(real - values.begin());
+  Group(kNoDataSlot).count = numMissing;
+  UpdateLegend();
+  UpdateColors(root, data, level);
+}
+
+void CLegend::GetData(CMapOb* node, CVELAData* data, int level) {
+  const int column = data->GetSelected();
+  ForLevel(*node, level, [&](const CMapOb& area) {
+    const CAreaData* row = area.GetAreaData();
+    values.Add(row == nullptr ? NO_DATA_VALUE : row->GetValue(column));
+  });
+}
+
+void CLegend::CheckSettings() const {
+  if (numGroups < 1 || numGroups > kMostGroups) AfxThrowInvalidArgException();
+  if (intervalType < equalCounts || intervalType > hostBounds) AfxThrowInvalidArgException();
+  if (palette < 0 || palette > kCustomPalette) AfxThrowInvalidArgException();
+}
+
+void CLegend::UpdateIntervals() {
+  CheckSettings();
+  // One unit of the last decimal that is shown.
+  const double step = std::pow(10.0, -decimals);
+  Group(numGroups).lower = kSentinel;
+  if (lastIndex - numMissing + 1 > 0) {
+    if (intervalType == hostBounds) {
+      HostBounds(step);
+    } else {
+      EqualBounds(step);
+    }
+  } else if (intervalType != hostBounds) {
+    for (int i = 0; i < numGroups; ++i) Group(i).lower = Group(i).upper = 0.0;
+  }
+}
+
+// Bounds of equal counts or equal widths. Equal neighbours are pushed apart by a step.
+void CLegend::EqualBounds(double step) {
+  for (int i = 0; i < numGroups; ++i) {
+    Group(i).lower = EqualBound(i);
+    if (i == 0) continue;
+    LegendGroup& below = Group(i - 1);
+    if (Group(i).lower <= below.lower) Group(i).lower = below.lower + step;
+    below.upper = Group(i).lower - step;
+  }
+  LegendGroup& last = Group(numGroups - 1);
+  last.upper = std::max(last.lower, values[lastIndex]);
+}
+
+// Where a group starts before it is corrected.
+double CLegend::EqualBound(int group) const {
+  const int count = lastIndex - numMissing + 1;
+  if (intervalType == equalCounts) {
+    return values[numMissing + static_cast<int>(static_cast<long long>(group) * count / numGroups)];
+  }
+  const double least = values[numMissing];
+  const double most = values[lastIndex];
+  const double bound = (most - least) * group / numGroups + least;
+  if (std::isfinite(bound)) return bound;
+  // The width of all groups together is beyond a double; that of one is not.
+  return (most / numGroups - least / numGroups) * group + least;
+}
+
+// Corrects the bounds that the host has set, in place.
+void CLegend::HostBounds(double step) {
+  const double least = values[numMissing];
+  const double most = values[lastIndex];
+  for (int i = 0; i < numGroups; ++i) {
+    // A sentinel that an earlier run with fewer groups has left.
+    if (Group(i).lower == kSentinel) Group(i).lower = NO_DATA_VALUE;
+  }
+  LegendGroup& first = Group(0);
+  LegendGroup& last = Group(numGroups - 1);
+  first.lower = std::min(first.lower, least);
+  for (int i = 1; i < numGroups; ++i) {
+    LegendGroup& below = Group(i - 1);
+    if (below.lower + step > Group(i).lower) Group(i).lower = below.lower + step;
+    below.upper = Group(i).lower - step;
+  }
+  if (numGroups > 1) last.upper = std::max(most, last.lower);
+  if (least > first.lower) first.lower = std::min(least, first.upper);
+}
+
+void CLegend::UpdateLegend() {
+  UpdateIntervals();
+  UpdateCounts();
+  UpdateTexts();
+  if (palette == kCustomPalette) {
+    FollowCustomColors();
+  } else {
+    UpdatePalette();
+  }
+}
+
+// Values and groups both ascend, so one walk through both counts them.
+void CLegend::UpdateCounts() {
+  for (int i = 0; i < kMostGroups; ++i) Group(i).count = 0;
+  int group = 0;
+  for (int i = numMissing; i <= lastIndex; ++i) {
+    while (group < numGroups && values[i] >= Group(group + 1).lower) ++group;
+    if (group < numGroups) ++Group(group).count;
+  }
+}
+
+void CLegend::UpdateTexts() {
+  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, 0});
+  const auto textOf = [&](double value) {
+    return CVELAString(d2txt(value, static_cast<unsigned>(std::max(decimals, 0)),
+                             separators.thousand, separators.decimal, 1));
+  };
+  for (int i = 0; i < numGroups; ++i) {
+    LegendGroup& group = Group(i);
+    group.lowerText = textOf(group.lower);
+    group.upperText = textOf(group.upper);
+    group.rangeLabel = group.lowerText + " " + toText + " " + group.upperText;
+  }
+  Group(kNoDataSlot).rangeLabel = noDataText;
+}
+
+void CLegend::UpdatePalette() {
+  const auto colors = vexel::PaletteColors(palette, numGroups);
+  for (int i = 0; i < numGroups; ++i) {
+    const int entry = reverseColors == 0 ? i : numGroups - 1 - i;
+    Group(i).color = colors[static_cast<std::size_t>(entry)];
+  }
+  Group(kNoDataSlot).color = kWhite;
+}
+
+// The custom palette starts as the colours in use; from then on it is what the host makes of it.
+void CLegend::FollowCustomColors() {
+  const auto follow = [&](LegendGroup& group) {
+    if (customSaved == 0) {
+      group.customColor = group.color;
+    } else {
+      group.color = group.customColor;
+    }
+  };
+  for (int i = 0; i < numGroups; ++i) follow(Group(i));
+  follow(Group(kNoDataSlot));
+  customSaved = 1;
+}
+
+void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
+  const int column = data->GetSelected();
+  ForLevel(*node, level, [&](CMapOb& area) {
+    const CAreaData* row = area.GetAreaData();
+    area.SetColor(row == nullptr ? Group(kNoDataSlot).color : ColorOf(row->GetValue(column)));
+  });
+}
+
+// The colour of the group that takes the value; of the areas without data when none does.
+std::uint32_t CLegend::ColorOf(double value) const {
+  const auto* last = groups.begin() + numGroups;
+  const auto* taker = std::adjacent_find(groups.begin(), last + 1,
+                                         [=](const LegendGroup& group, const LegendGroup& above) {
+                                           return value >= group.lower && value < above.lower;
+                                         });
+  return taker == last + 1 ? groups[kNoDataSlot].color : taker->color;
+}

@@ -1,0 +1,38 @@
+// The calculated column of a data set. These operations of the data set live beside the legend,
+// because a ratio takes its decimals from what the legend shows.
+
+#include <algorithm>
+
+#include "data/calculation.h"
+#include "data/dataset.h"
+#include "legend/legend.h"
+#include "map/map.h"
+#include "platform/exceptions.h"
+#include "platform/host.h"
+
+namespace {
+
+CLegend& LegendOf(const CVELAMap* map) {
+  if (map == nullptr || map->legend == nullptr) AfxThrowInvalidArgException();
+  return *map->legend;
+}
+
+}  // namespace
+
+void CVELAData::PerformCalc() {
+  const vexel::WaitCursor wait;
+  for (CAreaData& row : areas) {
+    const double x = row.GetValue(var1Selected);
+    const double y = row.GetValue(var2Selected);
+    row.SetValue(numVars, vexel::Indicator(calcSelected, x, y));
+  }
+  const bool isPercent = calcSelected == vexel::percentChange || calcSelected == vexel::percent;
+  int decimals = isPercent && !areas.IsEmpty() ? 1 : 0;
+  if (calcSelected == vexel::ratio) {
+    LegendOf(map).UpdateData(map, this);
+    decimals = CalcNumDecimals();
+  }
+  varDecs[numVars] = decimals;
+}
+
+int CVELAData::CalcNumDecimals() { return vexel::TypicalDecimals(LegendOf(map).values.Elements()); }

@@ -1,0 +1,129 @@
+// The thematic classification of one map page: groups, bounds, labels, colours.
+
+#ifndef VEXEL_LEGEND_LEGEND_H_
+#define VEXEL_LEGEND_LEGEND_H_
+
+#include <array>
+#include <cstdint>
+
+#include "brindle/text.h"
+#include "data/areadata.h"
+#include "platform/array.h"
+#include "platform/export.h"
+#include "platform/object.h"
+
+class CMapOb;
+class CVELAData;
+class CVELAMap;
+
+// A font as the host's pages describe it. The GIF page draws with fonts of its own.
+struct LOGFONT {
+  std::int32_t height = -13;
+  std::int32_t width = 0;
+  std::int32_t escapement = 0;
+  std::int32_t orientation = 0;
+  std::int32_t weight = 400;
+  std::uint8_t italic = 0;
+  std::uint8_t underline = 0;
+  std::uint8_t strikeOut = 0;
+  std::uint8_t charSet = 0;
+  std::uint8_t outPrecision = 0;
+  std::uint8_t clipPrecision = 0;
+  std::uint8_t quality = 0;
+  std::uint8_t pitchAndFamily = 0x22;
+  std::array<char, 32> faceName{"Arial"};
+};
+
+// One row of a legend. A value belongs to the group with the highest lower bound that is not above
+// it; the upper bound is for display. Colours are 0x00BBGGRR.
+struct LegendGroup {
+  double lower = NO_DATA_VALUE;
+  CVELAString lowerText;
+  double upper = NO_DATA_VALUE;
+  CVELAString upperText;
+  std::uint32_t color = 0xFFFFFF;
+  std::uint32_t customColor = 0xFFFFFF;
+  CVELAString rangeLabel;
+  CVELAString groupName;
+  int count = 0;
+};
+
+// How the bounds of the groups are found.
+enum CIntervalType : int { equalCounts = 0, equalWidths = 1, hostBounds = 2 };
+
+// The host sets numGroups (1 to 7), intervalType and palette, for bounds of its own also `lower` of
+// the groups, and calls UpdateData; the rest follows. All fields are the host's to read and write.
+//
+// After an update groups[numGroups].lower is the largest double, above every value; slot 7 is the
+// group of the areas without data. Failures are CInvalidArgException: nothing at the draw level, a
+// selected column that a row does not have, a number of groups, an interval type or a palette that
+// there is not.
+class VEXEL_API CLegend : public CObject {
+ public:
+  static constexpr int kMostGroups = 7;
+  static constexpr int kNoDataSlot = 7;
+  static constexpr int kCustomPalette = 6;
+
+  CLegend();
+  CLegend(const CLegend&) = delete;
+
+  // Takes over the host's settings and the groups. The values gathered, their counts and the five
+  // texts stay.
+  void operator=(const CLegend& other);  // NOLINT: gives nothing, by custom
+
+  // Nonzero when areas of the draw level have no value, so that the legend needs a row for them.
+  int IsMissingData() const { return numMissing; }
+
+  // The whole run for the draw root and draw level of the map: gathers and sorts the values of the
+  // selected column, updates the legend, and colours the nodes.
+  void UpdateData(CVELAMap* map, CVELAData* data);
+
+  // Appends the selected value of each node of the subtree at that level, NO_DATA_VALUE for a node
+  // without a row.
+  void GetData(CMapOb* node, CVELAData* data, int level);
+
+  // Finds the bounds of the groups from the values gathered.
+  void UpdateIntervals();
+
+  // The bounds, then counts, texts, labels and colours.
+  void UpdateLegend();
+
+  // Colours each node of the subtree at that level by its selected value.
+  void UpdateColors(CMapOb* node, CVELAData* data, int level);
+
+  int hostFlag = 1;
+  int drawFrame = 1;
+  int customSaved = 0;  // the custom palette has taken over the colours in use
+  int useGroupNames = 0;
+  CVELAString title;
+  LOGFONT titleFont;
+  int numGroups = 1;
+  int intervalType = equalCounts;
+  int palette = 0;  // 0 to 5 fixed, 6 custom
+  int reverseColors = 0;
+  LOGFONT textFont;
+  std::array<LegendGroup, 8> groups;
+  vexel::GrowArray<double> values{100};  // ascending after UpdateData, the missing ones first
+  int decimals = 0;
+  int numMissing = 0;  // and so the index of the first real value
+  int lastIndex = -1;
+  CVELAString legendText = "Legend";
+  CVELAString underText = "under";
+  CVELAString orMoreText = "or more";
+  CVELAString noDataText = "No data";
+  CVELAString toText = "to";
+
+ private:
+  void CheckSettings() const;
+  void EqualBounds(double step);
+  double EqualBound(int group) const;
+  void HostBounds(double step);
+  void UpdateCounts();
+  void UpdateTexts();
+  void UpdatePalette();
+  void FollowCustomColors();
+  std::uint32_t ColorOf(double value) const;
+  LegendGroup& Group(int index) { return groups[static_cast<std::size_t>(index)]; }
+};
+
+#endif  // VEXEL_LEGEND_LEGEND_H_

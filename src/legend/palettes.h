@@ -1,0 +1,21 @@
+// The fixed colour schemes.
+
+#ifndef VEXEL_LEGEND_PALETTES_H_
+#define VEXEL_LEGEND_PALETTES_H_
+
+#include <cstdint>
+#include <span>
+
+#include "platform/export.h"
+
+namespace vexel {
+
+inline constexpr int kNumFixedPalettes = 6;  // spectrum, blue, green, red, yellow, grey
+
+// The colours, 0x00BBGGRR, of a fixed scheme for 1 to 7 groups, the first group's first. One group
+// takes the first colour of two. Throws CInvalidArgException outside those ranges.
+VEXEL_API std::span<const std::uint32_t> PaletteColors(int palette, int numGroups);
+
+}  // namespace vexel
+
+#endif  // VEXEL_LEGEND_PALETTES_H_
