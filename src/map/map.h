@@ -158,7 +158,6 @@ class VEXEL_API CVELAMap : public CMapOb {
   void StoreMap(CArchive& ar, int withFloatPass);
   void LoadMap(CArchive& ar, int withFloatPass);
   bool LoadTag(CArchive& ar);
-  void WriteDataHeader(CSpecFile& file) const;
 };
 
 #endif  // VEXEL_MAP_MAP_H_

@@ -1,0 +1,98 @@
+#include <algorithm>
+
+#include "legend/legend.h"
+#include "map/map.h"
+#include "map/mapob.h"
+#include "render/mapgif.h"
+#include "render/need.h"
+#include "render/ring.h"
+#include "render/scale.h"
+
+namespace {
+
+constexpr unsigned long kBlack = 0x000000;
+constexpr unsigned long kRed = 0x0000FF;
+constexpr unsigned long kYellow = 0x00FFFF;
+
+}  // namespace
+
+unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
+  switch (vexel::Need(legend).palette) {
+    case 1:
+    case 2:
+    case 3:
+    case 5:
+    case CLegend::kCustomPalette:
+      return kYellow;
+    case 4:  // the yellow one
+      return kRed;
+    default:
+      return kBlack;
+  }
+}
+
+void CMapGif::SetPolygon(const CPolygon* polygon) { SetVertices(vexel::Need(polygon).GetPoints()); }
+
+void CMapGif::RotatePolygon(const CPolygon* source, CPolygon* target, float angle) {
+  const auto ring = vexel::Need(source).GetPoints();
+  std::vector<CPoint> turned(ring.size());
+  std::transform(ring.begin(), ring.end(), turned.begin(), vexel::Turn(angle));
+  vexel::Need(target).RemoveAllPoints();
+  for (const CPoint& point : turned) target->AddPoint(point);
+}
+
+void CMapGif::DrawMap(CMapOb* node, const CVELAString& url) {
+  CMapOb& area = vexel::Need(node);
+  if (area.IsDrawn() != 0) {
+    ForEachPolygon(area, [&](const vexel::Ring& ring) {
+      FillIn(ring, GetRGB(area.GetColor()));
+      OutlineIn(ring, black);
+      PolygonToHtml(area.GetArea(), url);
+    });
+  }
+  for (int i = 0; i < area.GetNumChildren(); ++i) DrawMap(area.GetChild(i), url);
+}
+
+void CMapGif::DrawOutline(CMapOb* node) {
+  const CMapOb& area = vexel::Need(node);
+  const unsigned long color = CVELAMap::GetOutlineColor(legend);
+  ForEachPolygon(area, [&](const vexel::Ring& ring) {
+    FillIn(ring, GetRGB(area.GetColor()));
+    OutlineIn(ring, GetRGB(color));
+  });
+}
+
+// Makes each polygon of the node, turned with the draw root, the polygon at work.
+template <typename Paint>
+void CMapGif::ForEachPolygon(const CMapOb& node, Paint paint) {
+  const float angle = RootAngle();
+  const vexel::Turn turn(angle);
+  for (int i = 0; i < node.GetNumPolygons(); ++i) {
+    std::span<const CPoint> ring = vexel::Need(node.GetPoly(i)).GetPoints();
+    if (angle != 0.0F) {
+      turned_.resize(ring.size());
+      std::transform(ring.begin(), ring.end(), turned_.begin(), turn);
+      ring = turned_;
+    }
+    SetVertices(ring);
+    paint(GetRing());
+  }
+}
+
+void CMapGif::SetVertices(std::span<const CPoint> vertices) {
+  SetRing(vertices, ColumnAxis(), RowAxis(RootAngle() != 0.0F), RowAxis(false));
+}
+
+vexel::Axis CMapGif::ColumnAxis() const {
+  return {extent.left, extent.right, mapRect.left, vexel::Distance(mapRect.left, mapRect.right)};
+}
+
+// Where the draw root is turned, the extent has the largest y in `bottom`, else in `top`: it lands
+// on the top of the map rectangle either way.
+vexel::Axis CMapGif::RowAxis(bool turned) const {
+  const int length = vexel::Distance(mapRect.top, mapRect.bottom);
+  return turned ? vexel::Axis(extent.bottom, extent.top, mapRect.top, length)
+                : vexel::Axis(extent.top, extent.bottom, mapRect.top, length);
+}
+
+float CMapGif::RootAngle() const { return vexel::Need(vexel::Need(map).GetDrawRoot()).GetAngle(); }

@@ -1,0 +1,195 @@
+#include "render/gif.h"
+
+#include <gd.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+#include "messages/messages.h"
+#include "platform/exceptions.h"
+#include "platform/host.h"
+#include "render/fill.h"
+#include "render/line.h"
+#include "render/need.h"
+#include "render/ring.h"
+#include "render/scale.h"
+
+namespace {
+
+constexpr int kLongerSide = 500;
+constexpr int kMostPixelsOfSide = 65535;  // a GIF's sides are 16-bit numbers
+constexpr unsigned long kWhite = 0xFFFFFF;
+constexpr unsigned long kBlack = 0;
+
+struct Channels {
+  int red;
+  int green;
+  int blue;
+};
+
+Channels ChannelsOf(unsigned long color) {
+  return {static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+          static_cast<int>(color >> 16 & 0xFF)};
+}
+
+// Sides of an image for a rectangle with y growing upward.
+CPoint SizeFor(const CRect& source) {
+  const int dx = vexel::Distance(source.left, source.right);
+  const int dy = vexel::Distance(source.bottom, source.top);
+  if (dx <= 0 || dy <= 0) AfxThrowInvalidArgException();
+  if (dx < dy) return {vexel::Quotient(dx, kLongerSide, dy), kLongerSide};
+  return {kLongerSide, vexel::Quotient(dy, kLongerSide, dx)};
+}
+
+// The bytes of a GIF file, in gd's own memory.
+class GifBytes {
+ public:
+  explicit GifBytes(gdImageStruct& image) : bytes_(gdImageGifPtr(&image, &size_)) {}
+  GifBytes(const GifBytes&) = delete;
+  GifBytes& operator=(const GifBytes&) = delete;
+  ~GifBytes() {
+    if (bytes_ != nullptr) gdFree(bytes_);
+  }
+
+  bool WriteTo(const CString& path) const {
+    CFile file;
+    if (bytes_ == nullptr || size_ <= 0) return false;
+    const unsigned flags = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+    if (file.Open(path.GetString(), flags) == 0) return false;
+    file.Write(bytes_, static_cast<std::size_t>(size_));
+    return file.Close() != 0;
+  }
+
+ private:
+  int size_ = 0;
+  void* bytes_;
+};
+
+}  // namespace
+
+CObject* CGif::CreateObject() { return new CGif; }
+
+const CRuntimeClass* CGif::GetThisClass() {
+  static constexpr CRuntimeClass kRecord{"CGif", &CGif::CreateObject, &CObject::GetThisClass};
+  return &kRecord;
+}
+
+const CRuntimeClass* CGif::GetRuntimeClass() const { return GetThisClass(); }
+
+CGif::CGif() : filler_(std::make_unique<vexel::PolygonFiller>()) {}
+
+CGif::CGif(int imageWidth, int imageHeight, const CString& file) : CGif() {
+  width = imageWidth;
+  height = imageHeight;
+  fileName = file;
+  CreateImage();
+}
+
+CGif::CGif(const CRect& source, const CString& file) : CGif() {
+  const CPoint size = SizeFor(source);
+  rect = source;
+  width = size.x;
+  height = size.y;
+  fileName = file;
+  CreateImage();
+}
+
+CGif::~CGif() { DestroyImage(); }
+
+int CGif::GetRGB(unsigned long color) {
+  const auto value = static_cast<std::uint32_t>(color);
+  const auto found = indexes_.find(value);
+  if (found != indexes_.end()) return found->second;
+  gdImageStruct& canvas = GetImage();
+  const Channels channels = ChannelsOf(value);
+  int index = gdImageColorAllocate(&canvas, channels.red, channels.green, channels.blue);
+  if (index < 0) index = gdImageColorClosest(&canvas, channels.red, channels.green, channels.blue);
+  colorRgb.push_back(value);
+  colorIndex.push_back(index);
+  ++numColors;
+  indexes_.emplace(value, index);
+  return index;
+}
+
+void CGif::SetPixel(int x, int y, unsigned long color) {
+  const int index = GetRGB(color);
+  gdImageSetPixel(&GetImage(), x, y, index);
+}
+
+void CGif::SetPolygon(const CPolygon* polygon) {
+  const vexel::Axis column(rect.left, rect.right, 0, width);
+  const vexel::Axis row(rect.top, rect.bottom, 0, height);
+  SetRing(vexel::Need(polygon).GetPoints(), column, row, row);
+}
+
+void CGif::DrawPolygon() { OutlineIn(GetRing(), black); }
+
+void CGif::DrawOutlinePolygon(unsigned long color) { OutlineIn(GetRing(), GetRGB(color)); }
+
+void CGif::FillPolygon(unsigned long color) { FillIn(GetRing(), GetRGB(color)); }
+
+int CGif::Save() {
+  if (GifBytes(GetImage()).WriteTo(fileName)) return 1;
+  const CString text = CString(vexel::MessageText(vexel::Message::writeFailed)) + fileName;
+  AfxMessageBox(text, CHost::warning, 0);
+  return 0;
+}
+
+void CGif::CreateImage() {
+  const auto isSide = [](int side) { return side >= 1 && side <= kMostPixelsOfSide; };
+  if (!isSide(width) || !isSide(height)) AfxThrowInvalidArgException();
+  DestroyImage();
+  // More pixels than an int counts are beyond gd, which would say so on standard error.
+  if (height > std::numeric_limits<int>::max() / width) throw std::bad_alloc();
+  image = gdImageCreate(width, height);
+  if (image == nullptr) throw std::bad_alloc();
+  ownsImage = 1;
+  white = GetRGB(kWhite);
+  black = GetRGB(kBlack);
+}
+
+void CGif::DestroyImage() {
+  if (ownsImage != 0) gdImageDestroy(image);
+  image = nullptr;
+  ownsImage = 0;
+  indexes_.clear();
+  colorRgb.clear();
+  colorIndex.clear();
+  numColors = 0;
+}
+
+void CGif::SetRing(std::span<const CPoint> ring, const vexel::Axis& column, const vexel::Axis& row,
+                   const vexel::Axis& startRow) {
+  numPoints = static_cast<int>(ring.size());
+  if (ring.empty()) AfxThrowInvalidArgException();
+  if (points.size() < ring.size()) points.resize(ring.size());
+  const int firstRow = startRow(ring.front().y);
+  const auto runEnd = std::find_if(ring.rbegin(), ring.rend(), [&](const CPoint& vertex) {
+    return startRow(vertex.y) != firstRow;
+  });
+  const auto start = runEnd == ring.rend() ? ring.begin() : runEnd.base();
+  const auto place = [&](const CPoint& vertex) { return CPoint{column(vertex.x), row(vertex.y)}; };
+  const auto to = std::transform(start, ring.end(), points.begin(), place);
+  std::transform(ring.begin(), start, to, place);
+}
+
+std::span<const CPoint> CGif::GetVertices() const {
+  const auto count = static_cast<std::size_t>(std::max(numPoints, 0));
+  return std::span(points).first(std::min(count, points.size()));
+}
+
+vexel::Ring CGif::GetRing() const { return vexel::Ring(GetVertices()); }
+
+gdImageStruct& CGif::GetImage() {
+  if (image == nullptr) AfxThrowInvalidArgException();
+  return *image;
+}
+
+void CGif::OutlineIn(const vexel::Ring& ring, int paletteIndex) {
+  vexel::DrawRing(GetImage(), ring, paletteIndex);
+}
+
+void CGif::FillIn(const vexel::Ring& ring, int paletteIndex) {
+  filler_->Fill(GetImage(), ring, paletteIndex);
+}
