@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include "brindle/specfile.h"
+#include "data/data_fixture.h"
+
+namespace vexel::test {
+namespace {
+
+class WriterTest : public DataTest {
+ protected:
+  std::string Written() {
+    CSpecFile file(0);
+    EXPECT_NE(file.Open(dir.Path("out.mdf").c_str(), 1), 0);
+    map.SaveMdfSpec(file);
+    EXPECT_NE(file.Close(), 0);
+    return dir.Read("out.mdf");
+  }
+};
+
+const std::string kRows = "12;X;North;97512;85.25|12;3;~;310;N/A|7;X;South;-4;0.5";
+
+TEST_F(WriterTest, WritesWhatItWouldReadAgain) {
+  ASSERT_EQ(Load(kHead + "LinkTo=x|" + kHeader + kRows), 1);
+  EXPECT_EQ(Written(), Table("[MapDataFile]|Version=Ortex 3.2|MapFile=|AreaLevels=2|Variables=2|"
+                             "Thousands=Comma|Decimal=Dot|NoValue=N/A|MapLabel=Land||[Data]|"
+                             "State;County;Area Name;Births;Deaths|12;-99999999;North;97,512;85.25|"
+                             "12;3;Upper;310;N/A|7;-99999999;~;-4;0.50"));
+}
+
+// Data file -> memory -> data file -> memory, under every pair of separators a machine may have.
+TEST_F(WriterTest, RowsSurviveTheRoundUnderAnySeparators) {
+  ASSERT_EQ(Load(kHead + kHeader + kRows), 1);
+  for (const char* thousand : {",", ".", " ", "'", ""}) {
+    for (const char* decimal : {".", ",", "'", ""}) {
+      host.profile = {{"sThousand", thousand}, {"sDecimal", decimal}};
+      const std::string text = Written();
+      ProbeData again;
+      again.map = &map;
+      ASSERT_EQ(again.Build(dir.Path("out.mdf").c_str(), 0, 1), 1) << text;
+      ASSERT_EQ(again.GetNumAreas(), data.GetNumAreas());
+      for (int i = 0; i < data.GetNumAreas(); ++i) {
+        EXPECT_NE(again.GetAreaData(i) == data.GetAreaData(i), 0) << i << '\n' << text;
+      }
+    }
+  }
+}
+
+TEST_F(WriterTest, TextsThatWouldBreakTheTableAreMended) {
+  ASSERT_EQ(Load(kHead + kHeader + "12;3;~;1;2|12;X;~;3;N/A"), 1);
+  CMapOb* node = nullptr;
+  ASSERT_EQ(map.Find(Key({12, 3}), node), 1);
+  node->SetName("a\tb\nc");
+  map.GetChild(0)->SetName("");
+  data.SetVarName(0, "");
+  data.SetNoValue("");
+  const std::string text = Written();
+  EXPECT_NE(text.find("\t3\ta b c\t1\t2\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\t~\t3\tN/A\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("NoValue=N/A\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\tColumn 1\tDeaths\n"), std::string::npos) << text;
+}
+
+TEST_F(WriterTest, SavingCompilesTheMapThatHasItsFloats) {
+  ASSERT_EQ(Load(kHead + kHeader + kRows), 1);
+  data.SetMapFile(dir.Path("m.old").c_str());
+  map.SaveMdf(dir.Path("out.mdf").c_str());
+  EXPECT_EQ(dir.List(), (std::vector<std::string>{"d.mdf", "m.map", "m.mpc", "out.mdf"}));
+  EXPECT_NE(dir.Read("out.mdf").find("MapFile=m\n"), std::string::npos);
+  CVELAMap compiled;
+  EXPECT_EQ(compiled.Build(dir.Path("m.mpc").c_str(), 0, 0), 1);
+  host.boxes.clear();
+  map.SaveMdf(dir.Path("none/out.mdf").c_str());
+  EXPECT_EQ(TakeBoxes(), "48 Can not open map data file " + dir.Path("none/out.mdf") + '\n');
+  data.SetMapFile(dir.Path("none/m").c_str());
+  map.SaveMdf(dir.Path("new.mdf").c_str());
+  EXPECT_EQ(TakeBoxes(), "48 Can not open compiled map file " + dir.Path("none/m.mpc") + '\n');
+  EXPECT_EQ(dir.Read("new.mdf"), "");
+}
+
+}  // namespace
+}  // namespace vexel::test
