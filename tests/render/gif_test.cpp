@@ -1,0 +1,136 @@
+#include "render/gif.h"
+
+#include <cstdlib>
+
+#include "platform/exceptions.h"
+#include "platform/host.h"
+#include "render/render_fixture.h"
+#include "support/files.h"
+#include "support/recording_host.h"
+
+namespace vexel::test {
+namespace {
+
+TEST(CanvasTest, TheLongerSideOfARectangleGets500Pixels) {
+  const std::pair<CRect, CPoint> cases[] = {
+      {{0, 0, 1000, -400}, {500, 200}},
+      {{-100, 500, 200, -400}, {166, 500}},
+      {{5, 32000, 32005, 0}, {500, 500}},
+      {{-2000000000, 1, 2000000000, -2000000000}, {500, 465}}};
+  for (const auto& [source, size] : cases) {
+    const ProbeGif gif(source, "x.gif");
+    EXPECT_EQ(ToText({{gif.width, gif.height}}), ToText({size})) << ToText(source);
+    EXPECT_EQ(ToText({{gif.image->sx, gif.image->sy}}), ToText({size}));
+  }
+}
+
+TEST(CanvasTest, SizesThatNoGifHasAreRefused) {
+  const CPoint sizes[] = {{0, 5}, {5, 0}, {-1, 5}, {65536, 5}, {5, 65536}};
+  for (const CPoint& size : sizes) EXPECT_THROW(CGif(size.x, size.y, ""), CInvalidArgException);
+  const CRect rects[] = {{0, 0, 0, 0}, {0, 0, 5, 5}, {5, 5, 0, 0}, {0, 1000, 1, 0}};
+  for (const CRect& rect : rects)
+    EXPECT_THROW(CGif(rect, ""), CInvalidArgException) << ToText(rect);
+  EXPECT_THROW(CGif(65535, 65535, ""), std::bad_alloc);
+  EXPECT_EQ(ProbeGif(65535, 1, "").image->sx, 65535);
+}
+
+TEST(CanvasTest, WithoutAnImageItRefusesToDraw) {
+  ProbeGif gif;
+  EXPECT_EQ(gif.ownsImage, 0);
+  EXPECT_THROW(gif.GetRGB(0), CInvalidArgException);
+  EXPECT_THROW(gif.DrawPolygon(), CInvalidArgException);
+  EXPECT_THROW(gif.Save(), CInvalidArgException);
+}
+
+TEST(ColorCacheTest, TakesAnEntryOnFirstUseAndComparesAllFourBytes) {
+  ProbeGif gif(5, 5, "");
+  EXPECT_EQ(gif.GetRGB(0xFFFFFF), 0);
+  EXPECT_EQ(gif.GetRGB(0), 1);
+  EXPECT_EQ(gif.GetRGB(0xFF0000), 2);
+  EXPECT_EQ(gif.GetRGB(0xFF0000), 2);
+  EXPECT_EQ(gif.GetRGB(0x01FF0000), 3);
+  EXPECT_EQ(gif.numColors, 4);
+  EXPECT_EQ(gif.image->colorsTotal, 4);
+  for (const int index : {2, 3}) {
+    EXPECT_EQ(gif.image->red[index], 0);
+    EXPECT_EQ(gif.image->blue[index], 255);
+  }
+}
+
+TEST(ColorCacheTest, BeyondThePaletteTheClosestEntryIsUsed) {
+  ProbeGif gif(5, 5, "");
+  for (unsigned long grey = 1; grey < 255; ++grey) gif.GetRGB(grey * 0x010101);
+  EXPECT_EQ(gif.numColors, 256);
+  EXPECT_EQ(gif.colorIndex[255], 255);
+  EXPECT_EQ(gif.GetRGB(0x404140), gif.GetRGB(0x404040));
+  EXPECT_EQ(gif.numColors, 257);
+  EXPECT_EQ(gif.colorRgb[256], 0x404140U);
+  EXPECT_EQ(gif.image->colorsTotal, 256);
+}
+
+TEST(PolygonAtWorkTest, IsScaledFilledAndOutlined) {
+  ProbeGif gif({0, 0, 1000, -400}, "");
+  gif.SetPolygon(MakePolygon({{20, -20}, {60, -20}, {60, -60}, {20, -60}, {-9, -20}}).get());
+  EXPECT_EQ(ToText(gif.points), "(-4, 10)(10, 10)(30, 10)(30, 30)(10, 30)");
+  const Picture expected(500, 200);
+  std::vector<gdPoint> points = ForGd(gif.points);
+  gdImageFilledPolygon(expected.get(), points.data(), 5, 2);
+  gdImagePolygon(expected.get(), points.data(), 5, 3);
+  gif.FillPolygon(0x0000FF);
+  gif.DrawOutlinePolygon(0x00FF00);
+  EXPECT_EQ(Difference(*gif.image, *expected), "");
+  gif.DrawPolygon();
+  gdImagePolygon(expected.get(), points.data(), 5, 1);
+  gif.SetPixel(499, 199, 0x0000FF);
+  gdImageSetPixel(expected.get(), 499, 199, 2);
+  gif.SetPixel(500, 0, 0x0000FF);
+  gif.SetPixel(-1, 0, 0x0000FF);
+  EXPECT_EQ(Difference(*gif.image, *expected), "");
+}
+
+TEST(PolygonAtWorkTest, HasNoLimitOfVertices) {
+  ProbeGif gif({0, 0, 500, -500}, "");
+  CPolygon comb;
+  for (int i = 0; i < 70000; ++i) comb.AddPoint(i / 140, i % 2 == 0 ? -100 : -400);
+  gif.SetPolygon(&comb);
+  EXPECT_EQ(gif.numPoints, 70000);
+  EXPECT_EQ(gif.points[69999], (CPoint{499, 400}));
+  EXPECT_THROW(gif.SetPolygon(std::make_unique<CPolygon>().get()), CInvalidArgException);
+  EXPECT_EQ(gif.numPoints, 0);
+}
+
+class SaveTest : public testing::Test {
+ protected:
+  RecordingHost host;
+  TempDir dir;
+};
+
+TEST_F(SaveTest, WritesTheSamePixelsAndMayBeRepeated) {
+  const std::string path = dir.Path("a.gif");
+  ProbeGif gif(30, 20, path.c_str());
+  gif.SetPixel(3, 4, 0x0000FF);
+  EXPECT_EQ(gif.Save(), 1);
+  gif.SetPixel(5, 6, 0x00FF00);
+  EXPECT_EQ(gif.Save(), 1);
+  std::string bytes = dir.Read("a.gif");
+  ASSERT_EQ(bytes.substr(0, 6), "GIF87a");
+  gdImagePtr read = gdImageCreateFromGifPtr(static_cast<int>(bytes.size()), bytes.data());
+  ASSERT_NE(read, nullptr);
+  EXPECT_EQ(Difference(*read, *gif.image), "");
+  EXPECT_EQ(gdImageGetInterlaced(read), 0);
+  EXPECT_EQ(gdImageGetTransparent(read), -1);
+  gdImageDestroy(read);
+  EXPECT_TRUE(host.boxes.empty());
+}
+
+TEST_F(SaveTest, AFileThatCannotBeWrittenIsReported) {
+  const std::string path = dir.Path("nowhere/a.gif");
+  CGif gif(5, 5, path.c_str());
+  EXPECT_EQ(gif.Save(), 0);
+  ASSERT_EQ(host.boxes.size(), 1U);
+  EXPECT_EQ(host.boxes[0].text, "Can not write file " + path);
+  EXPECT_EQ(host.boxes[0].flags, 0x30U);
+}
+
+}  // namespace
+}  // namespace vexel::test
