@@ -1,6 +1,7 @@
 #include "brindle/text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -37,6 +38,45 @@ double OutOfRange(std::string_view text) {
   const bool negative = text.front() == '-';
   if (DecimalMagnitude(text.substr(negative ? 1 : 0)) < 0) return 0.0;
   return negative ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
+}
+
+// Tokens are short, so that looking at one character after the other beats a search for each.
+template <typename IsDelimiter>
+std::string_view CutToken(std::string_view& text, IsDelimiter isDelimiter) noexcept {
+  const char* const end = text.data() + text.size();
+  const char* const first = std::find_if_not(text.data(), end, isDelimiter);
+  const char* const last = std::find_if(first, end, isDelimiter);
+  const char* const rest = last == end ? end : last + 1;
+  text = {rest, static_cast<std::size_t>(end - rest)};
+  return {first, static_cast<std::size_t>(last - first)};
+}
+
+// Reads a text that is digits with at most one point among them, and few enough of them: that is
+// what files hold. The digits as one whole number and the power of ten are doubles without
+// rounding then, so that their quotient is rounded once, and correctly.
+bool ReadPlainDecimal(std::string_view text, double& value) noexcept {
+  constexpr std::array kPowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::size_t kMostDigits = 15;
+  if (text.size() > kMostDigits + 1) return false;
+  std::uint64_t digits = 0;
+  std::size_t point = text.size();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (IsDigit(text[i])) {
+      digits = 10 * digits + static_cast<std::uint64_t>(text[i] - '0');
+    } else if (text[i] == '.' && point == text.size()) {
+      point = i;
+    } else {
+      return false;
+    }
+  }
+  if (point == text.size()) {
+    if (text.size() > kMostDigits) return false;
+    value = static_cast<double>(digits);
+    return !text.empty();
+  }
+  value = static_cast<double>(digits) / kPowersOfTen[text.size() - point - 1];
+  return text.size() > 1;
 }
 
 // The digits with a separator between groups of three, counted from the right.
@@ -126,12 +166,10 @@ char* strtoken(char* text, const char* delimiters, char* /*unused*/) {
 namespace vexel {
 
 std::string_view TakeToken(std::string_view& text, std::string_view delimiters) noexcept {
-  const std::size_t first = std::min(text.find_first_not_of(delimiters), text.size());
-  text.remove_prefix(first);
-  const std::size_t length = std::min(text.find_first_of(delimiters), text.size());
-  const std::string_view token = text.substr(0, length);
-  text.remove_prefix(std::min(length + 1, text.size()));
-  return token;
+  if (delimiters.size() != 1) {
+    return CutToken(text, [=](char c) { return delimiters.find(c) != std::string_view::npos; });
+  }
+  return CutToken(text, [only = delimiters.front()](char c) { return c == only; });
 }
 
 bool IsWholeNumber(std::string_view text) noexcept {
@@ -156,6 +194,7 @@ double ToNumber(std::string_view text) noexcept {
   const std::size_t first = text.starts_with('-') ? 1 : 0;
   if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return 0.0;
   double value = 0.0;
+  if (ReadPlainDecimal(text.substr(first), value)) return first == 0 ? value : -value;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec != std::errc::result_out_of_range) return value;
   return OutOfRange(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));
