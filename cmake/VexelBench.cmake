@@ -1,4 +1,5 @@
-# Everything in bench/ as one program, vexel_bench.
+# bench/: vexel_bench measures within one process; vexel_floor and vexel_cold serve the comparison of
+# whole processes and know nothing of the library.
 
 file(GLOB bench_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/bench/*.cpp")
 if(NOT bench_sources)
@@ -12,10 +13,17 @@ if(NOT benchmark_FOUND)
   return()
 endif()
 
+list(FILTER bench_sources EXCLUDE REGEX "/(floor|cold)\\.cpp$")
 add_executable(vexel_bench ${bench_sources})
 target_compile_definitions(vexel_bench PRIVATE
   VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
+  VEXEL_BUILD_TYPE="$<CONFIG>"
   VEXEL_VERSION="${PROJECT_VERSION}")
-# benchmark_main is a static library: it gives way where bench/ has a main of its own.
 target_link_libraries(vexel_bench PRIVATE
-  vexel_options vexel_objects benchmark::benchmark benchmark::benchmark_main)
+  vexel_options vexel_objects benchmark::benchmark PkgConfig::gd)
+
+add_executable(vexel_floor bench/floor.cpp bench/flat_page.cpp)
+target_link_libraries(vexel_floor PRIVATE vexel_options PkgConfig::gd)
+
+add_executable(vexel_cold bench/cold.cpp)
+target_link_libraries(vexel_cold PRIVATE vexel_options)

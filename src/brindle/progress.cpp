@@ -31,5 +31,6 @@ void CProgressDlg::SetPos(int position) {
 void CProgressDlg::StepIt() { SetPos(position_ + step_); }
 
 int CProgressDlg::CheckCancelButton() {
-  return open_ && CHost::GetCurrent().ProgressCancelled() ? 1 : 0;
+  cancelled_ = cancelled_ || (open_ && CHost::GetCurrent().ProgressCancelled());
+  return cancelled_ ? 1 : 0;
 }

@@ -32,6 +32,7 @@ class VEXEL_API CProgressDlg {
   bool open_ = false;
   int step_ = 1;
   int position_ = 0;
+  bool cancelled_ = false;
 };
 
 namespace vexel {

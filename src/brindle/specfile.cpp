@@ -1,9 +1,9 @@
 #include "brindle/specfile.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstring>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -16,16 +16,23 @@ constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && 
 constexpr bool IsWordCharacter(char c) { return IsLetter(c) || (c >= '0' && c <= '9') || c == '_'; }
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-bool IsBlankLine(std::string_view text) { return std::all_of(text.begin(), text.end(), IsBlank); }
+bool IsBlankLine(std::string_view text) {
+  return text.empty() ||
+         (IsBlank(text.front()) && std::all_of(text.begin(), text.end(), IsBlank));
+}
 
-CSpecFile::Line Split(std::string_view text) {
-  if (text.front() == '[') return {text.substr(0, text.find_last_not_of(" \t") + 1), {}};
-  if (!IsLetter(text.front())) return {text, {}};
+// Fills in place: a copy of what was just written costs more than all the rest of a short line.
+void Split(std::string_view text, CSpecFile::Line& line) {
+  line.command = text;
+  line.argument = {};
+  if (text.front() == '[') line.command = text.substr(0, text.find_last_not_of(" \t") + 1);
+  if (!IsLetter(text.front())) return;
   const auto* wordEnd = std::find_if_not(text.begin(), text.end(), IsWordCharacter);
   const auto* equals = std::find_if_not(wordEnd, text.end(), [](char c) { return c == ' '; });
-  if (equals == text.end() || *equals != '=') return {text, {}};
-  if (text.find('\t') != std::string_view::npos) return {text, {}};
-  return {{text.begin(), wordEnd}, vexel::TrimBlanks({equals + 1, text.end()})};
+  if (equals == text.end() || *equals != '=') return;
+  if (text.find('\t') != std::string_view::npos) return;
+  line.command = {text.begin(), wordEnd};
+  line.argument = vexel::TrimBlanks({equals + 1, text.end()});
 }
 
 }  // namespace
@@ -36,6 +43,7 @@ int CSpecFile::Open(const char* path, unsigned mode) {
   lineNumber = 0;
   state = 0;
   ungot_ = atEnd_ = false;
+  current_ = {};
   consumed_ = 0;
   next_ = filled_ = nextLf_ = nextCr_ = 0;
   if (mode != 0) return CStdioFile::Open(path, modeCreate | modeWrite);
@@ -56,6 +64,8 @@ void CSpecFile::SkipByteOrderMark() {
 
 int CSpecFile::Close() {
   buffer_.reset();
+  current_ = {};
+  ungot_ = false;
   return CStdioFile::Close();
 }
 
@@ -65,6 +75,7 @@ bool CSpecFile::Refill() {
   if (atEnd_) return false;
   const std::size_t kept = filled_ - next_;
   if (kept >= kLongestLine) {
+    SetFailed();
     atEnd_ = true;
     next_ = filled_;
     return false;
@@ -110,8 +121,9 @@ bool CSpecFile::TakeRawLine(std::string_view& text) {
   std::size_t end = FindLineEnd();
   // A carriage return as the last byte read may have its line feed still to come.
   while (end >= filled_ || (end + 1 == filled_ && buffer_[end] == '\r')) {
-    if (!Refill()) break;
-    end = FindLineEnd();
+    const bool more = Refill();
+    end = FindLineEnd();  // what was there already has moved
+    if (!more) break;
   }
   if (next_ == filled_) return false;
   end = std::min(end, filled_);
@@ -122,21 +134,18 @@ bool CSpecFile::TakeRawLine(std::string_view& text) {
 }
 
 bool CSpecFile::NextLine(Line& line) {
-  if (ungot_) {
-    ungot_ = false;
-    line = current_;
-    return true;
-  }
-  std::string_view text;
-  do {
-    if (buffer_ == nullptr || !TakeRawLine(text)) {
+  while (!ungot_) {
+    if (buffer_ == nullptr || !TakeRawLine(current_)) {
       state = 2;
-      line = current_ = {};
+      current_ = {};
+      line = {};
       return false;
     }
     ++lineNumber;
-  } while (text.empty() || (IsBlank(text.front()) && IsBlankLine(text)));
-  line = current_ = Split(text);
+    if (!IsBlankLine(current_)) break;
+  }
+  ungot_ = false;
+  Split(current_, line);
   return true;
 }
 
@@ -157,6 +166,7 @@ void CSpecFile::SkipSection() {
       return;
     }
   }
+  state = 0;  // the end of the file is still to be delivered
 }
 
 void CSpecFile::PutText(std::string_view line) {

@@ -4,6 +4,7 @@
 #define VEXEL_BRINDLE_SPECFILE_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -15,11 +16,12 @@
 //
 // Lines end in LF, CR LF or CR on reading and in LF on writing; a byte order mark at the start is
 // skipped; a line of blanks and tabs only is never delivered, but counted. A keyword line is a
-// letter, then letters, digits or "_", optional blanks, and "="; blanks and tabs at both ends of
-// its value are dropped. A line that holds a tab, or starts with "[", a digit, a sign or a dot is
+// letter, then letters, digits or "_", optional blanks, and "="; blanks at both ends of its value
+// are dropped. A line that holds a tab, or starts with "[", a digit, a sign or a dot is
 // never one, and comes whole; of a heading the blanks behind it are dropped. There are no comments.
 //
-// The file is read in blocks; a line costs no allocation. Writing goes beside the target and takes
+// The file is read in blocks; a line costs no allocation. What cannot be read on, or a line beyond
+// 64 MiB, ends the file and shows in HasFailed. Writing goes beside the target and takes
 // its place on Close, or on destruction without an exception.
 class VEXEL_API CSpecFile : public CStdioFile {
  public:
@@ -27,7 +29,7 @@ class VEXEL_API CSpecFile : public CStdioFile {
   struct Line {
     std::string_view command;   // the keyword, or the whole line
     std::string_view argument;  // the value of a keyword line
-    bool IsHeading() const noexcept { return command.front() == '['; }
+    bool IsHeading() const noexcept { return command.starts_with('['); }
   };
 
   explicit CSpecFile(int) {}
@@ -44,13 +46,13 @@ class VEXEL_API CSpecFile : public CStdioFile {
   bool NextLine(Line& line);
 
   // The next line taken is the last one again.
-  void UngetLine() noexcept { ungot_ = lineNumber > 0; }
+  void UngetLine() noexcept { ungot_ = !current_.empty(); }
 
   // Passes over lines; the next one taken is the next heading, or there is none.
   void SkipSection();
 
   // A line, or a keyword and its value. Tabs and line ends in a value become blanks, so that the
-  // line is read again as a keyword line.
+  // line is read again as a keyword line; blanks at its ends are lost then.
   void PutLine(const CVELAString& line);
   void PutLine(const CVELAString& keyword, const CVELAString& value);
   void PutLine(const CVELAString& keyword, int value);
@@ -58,8 +60,10 @@ class VEXEL_API CSpecFile : public CStdioFile {
   // The same for callers that build their lines in a buffer of their own.
   void PutText(std::string_view line);
 
-  // Bytes of the file up to the end of the line last taken; its length in all.
-  std::int64_t GetPosition() const noexcept { return consumed_; }
+  // Bytes of the file up to the end of the line last taken or put.
+  std::int64_t GetPosition() const noexcept {
+    return IsWriting() ? CStdioFile::GetPosition() : consumed_;
+  }
 
   int Close() override;
 
@@ -76,7 +80,7 @@ class VEXEL_API CSpecFile : public CStdioFile {
 
   bool ungot_ = false;
   bool atEnd_ = false;  // nothing is left in the file behind the buffer
-  Line current_;
+  std::string_view current_;  // the line last delivered
   std::int64_t consumed_ = 0;
 
   std::unique_ptr<char[]> buffer_;

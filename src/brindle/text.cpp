@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <span>
 
 #include "platform/host.h"
 
@@ -87,16 +88,13 @@ void AppendGrouped(std::string& text, std::string_view digits, char separator) {
   }
 }
 
-// The plain decimal of a value, without a sign where every digit is 0.
-std::string FixedDecimal(double value, unsigned decimals) {
-  // The longest double has 309 digits before the point.
-  std::string text(std::size_t{decimals} + 320, '\0');
-  const auto result = std::to_chars(text.data(), text.data() + text.size(), value,
+// The plain decimal of a value, without a sign where every digit is 0. The text is the buffer's.
+std::string_view FixedDecimal(double value, unsigned decimals, std::span<char> buffer) {
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                     std::chars_format::fixed, static_cast<int>(decimals));
-  text.resize(static_cast<std::size_t>(result.ptr - text.data()));
-  if (text.find_first_of("123456789") == std::string::npos && text.starts_with('-'))
-    text.erase(0, 1);
-  return text;
+  const std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+  const bool isZero = text.find_first_of("123456789") == std::string_view::npos;
+  return isZero && text.starts_with('-') ? text.substr(1) : text;
 }
 
 }  // namespace
@@ -127,8 +125,9 @@ char* d2txt(double value, unsigned decimals, char thousand, char decimal, int /*
     text = std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf");
     return text.data();
   }
-  const std::string plain = FixedDecimal(value, std::min(decimals, kMostDecimals));
-  std::string_view digits = plain;
+  // The longest double has 309 digits before the point.
+  std::array<char, kMostDecimals + 320> buffer;
+  std::string_view digits = FixedDecimal(value, std::min(decimals, kMostDecimals), buffer);
   if (digits.starts_with('-')) {
     text += '-';
     digits.remove_prefix(1);

@@ -19,6 +19,7 @@ class VEXEL_API CVELAString : public CString {
   CVELAString(const char* text) : CString(text) {}           // NOLINT: implicit by custom
   explicit CVELAString(std::string_view text) : CString(text) {}
 
+  // For short texts; readers of whole files use vexel::TakeToken, which moves nothing.
   // Returns the next token and removes it, with what stands before it, from the front of the
   // string; empty when none is left. Runs of delimiters are skipped. The last two arguments are
   // not used.

@@ -1,6 +1,7 @@
 #include "data/areadata.h"
 
 #include <algorithm>
+#include <span>
 
 #include "platform/exceptions.h"
 
@@ -27,7 +28,9 @@ const CRuntimeClass* CAreaData::GetRuntimeClass() const { return GetThisClass();
 void CAreaData::operator=(const CAreaData& other) {  // NOLINT: gives nothing, by custom
   if (this == &other) return;
   area = other.area;
-  std::ranges::copy(FirstOf(other.values, values.GetSize()), values.begin());
+  const int shared = std::min(values.GetSize(), other.values.GetSize());
+  std::ranges::copy(FirstOf(other.values, shared), values.begin());
+  if (shared < values.GetSize()) AfxThrowInvalidArgException();
 }
 
 int CAreaData::operator==(const CAreaData& other) const {

@@ -28,9 +28,8 @@ class VEXEL_API CAreaData : public CObject {
   explicit CAreaData(const CAreaStruct& key) : area(key) {}
   CAreaData(const CAreaData& other) : CObject(other), area(other.area) {}
 
-  // Moving takes everything; it is what a growing list of rows does with them.
+  // Making one row from another that goes takes everything: so a growing list moves its rows.
   CAreaData(CAreaData&& other) noexcept = default;
-  CAreaData& operator=(CAreaData&& other) noexcept = default;
 
   // Throws CInvalidArgException when the source has fewer values than the target.
   void operator=(const CAreaData& other);  // NOLINT: gives nothing, by custom

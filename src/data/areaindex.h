@@ -26,13 +26,14 @@ class AreaIndex {
 
   void Add(Item* item) {
     if (2 * (count_ + 1) > slots_.size()) Enlarge();
-    Slot& slot = Probe(slots_, item->GetArea());
+    const std::uint64_t hash = Hash(item->GetArea());
+    Slot& slot = Probe(slots_, hash, item->GetArea());
     if (slot.item != nullptr) return;
-    slot = {Hash(item->GetArea()), item};
+    slot = {hash, item};
     ++count_;
   }
 
-  Item* Find(const CAreaStruct& key) const { return Probe(slots_, key).item; }
+  Item* Find(const CAreaStruct& key) const { return Probe(slots_, Hash(key), key).item; }
 
  private:
   struct Slot {
@@ -56,8 +57,7 @@ class AreaIndex {
 
   // The slot that holds the key, or the empty one where it belongs.
   template <typename Slots>
-  auto& Probe(Slots& slots, const CAreaStruct& key) const {
-    const std::uint64_t hash = Hash(key);
+  static auto& Probe(Slots& slots, std::uint64_t hash, const CAreaStruct& key) {
     const std::size_t mask = slots.size() - 1;
     std::size_t at = hash & mask;
     while (slots[at].item != nullptr &&
@@ -70,7 +70,7 @@ class AreaIndex {
   void Enlarge() {
     std::vector<Slot> larger(2 * slots_.size());
     for (const Slot& slot : slots_) {
-      if (slot.item != nullptr) Probe(larger, slot.item->GetArea()) = slot;
+      if (slot.item != nullptr) Probe(larger, slot.hash, slot.item->GetArea()) = slot;
     }
     slots_ = std::move(larger);
   }

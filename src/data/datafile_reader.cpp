@@ -25,11 +25,12 @@ constexpr std::string_view kKeep = "~";  // leave what the map says
 constexpr int kMostDataLevels = CVELAMap::kMostLevels - 1;
 
 // More columns than this are none that a table holds, whatever the length of the file.
-constexpr std::int64_t kMostVariables = 1'000'000;
+constexpr int kMostVariables = 1'000'000;
 
-// The columns that a file of that length could fill: each takes a character and a tab.
-std::int64_t MostVariables(const CSpecFile& file) {
-  return file.GetLength() > 0 ? std::min(file.GetLength() / 2, kMostVariables) : kMostVariables;
+// Whether a file is long enough for a row of that many columns: each takes a character and a tab.
+// Of what is no regular file the length is not known.
+bool CanHold(const CSpecFile& file, int columns) {
+  return file.GetLength() == 0 || file.GetLength() / 2 >= columns;
 }
 
 CString BelowText(Message number, const CSpecFile& file, std::string_view below) {
@@ -73,7 +74,9 @@ int CVELAData::Build(const CString& path, int loadMap, int quiet) {
     if (Build(file, loadMap, quiet) == 0) return 0;
     SettleMapLabel();
   }
-  return 1;
+  if (!file.HasFailed()) return 1;
+  Report(CString(MessageText(Message::readFailed)) + path, quiet);
+  return 0;
 }
 
 // The label of the file and the name of the area on show end equal.
@@ -94,17 +97,26 @@ int CVELAData::Build(CSpecFile& file, int loadMap, int quiet) {
     if (!line.IsHeading()) {
       if (!BuildKeyword(file, line.command, line.argument, loadMap, quiet)) return 0;
     } else if (EqualNoCase(line.command, "[Data]")) {
-      if (!IsReadyForRows(quiet) || BuildData(file, quiet) == 0) return 0;
+      if (!IsReadyForRows(file, quiet) || BuildData(file, quiet) == 0) return 0;
     } else {
       Report(BelowText(Message::invalidHeading, file, line.command), quiet);
       file.SkipSection();
-      return 1;
+      break;
     }
   }
+  SizeColumns();
   return 1;
 }
 
-bool CVELAData::IsReadyForRows(int quiet) {
+// Gives each column of the file, and the calculated one, its name and decimals. Not done line by
+// line, so that a head which changes its mind about a million columns costs nothing.
+void CVELAData::SizeColumns() {
+  if (varNames.GetSize() == numVars + 1 || !columnsStated_) return;
+  varNames.SetSize(numVars + 1);
+  varDecs.SetSize(numVars + 1);
+}
+
+bool CVELAData::IsReadyForRows(const CSpecFile& file, int quiet) {
   CString missing;
   if (thousand == decimal) {
     missing = FormatMessage(Message::sameSeparators, "Thousands", "Decimal");
@@ -112,7 +124,10 @@ bool CVELAData::IsReadyForRows(int quiet) {
     missing = FormatMessage(Message::missingStatement, "AreaLevels");
   } else if (numVars == 0) {
     missing = FormatMessage(Message::missingStatement, "Variables");
+  } else if (!CanHold(file, numVars)) {
+    missing = FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber);
   } else {
+    SizeColumns();
     return true;
   }
   Report(missing, quiet);
@@ -122,7 +137,8 @@ bool CVELAData::IsReadyForRows(int quiet) {
 bool CVELAData::BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value,
                              int loadMap, int quiet) {
   const auto is = [=](std::string_view name) { return EqualNoCase(keyword, name); };
-  if (is("AreaLevels") || is("Variables")) return SetCount(file, keyword, value, quiet);
+  if (is("AreaLevels")) return SetAreaLevels(file, value, quiet);
+  if (is("Variables")) return SetVariables(file, value, quiet);
   if (is("MapFile")) return loadMap == 0 || LoadMap(value, quiet);
   if (is("Version")) {
     oldVersion = value == "Ortex 3.2" ? 0 : 1;
@@ -142,23 +158,24 @@ bool CVELAData::BuildKeyword(CSpecFile& file, std::string_view keyword, std::str
   return true;
 }
 
-// Takes the number of area levels or of variables; one that no file can mean is refused.
-bool CVELAData::SetCount(CSpecFile& file, std::string_view keyword, std::string_view value,
-                         int quiet) {
+bool CVELAData::SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet) {
   const int count = vexel::LowInt32(vexel::ToWholeNumber(value));
-  const bool isLevels = EqualNoCase(keyword, "AreaLevels");
-  if (count < 0 || count > (isLevels ? kMostDataLevels : MostVariables(file))) {
-    const char* name = isLevels ? "AreaLevels" : "Variables";
-    Report(FormatMessage(Message::invalidParameterAtLine, name, file.lineNumber), quiet);
+  if (count < 0 || count > kMostDataLevels) {
+    Report(FormatMessage(Message::invalidParameterAtLine, "AreaLevels", file.lineNumber), quiet);
     return false;
   }
-  if (isLevels) {
-    numDataLevels = count;
-    return true;
+  numDataLevels = count;
+  return true;
+}
+
+bool CVELAData::SetVariables(const CSpecFile& file, std::string_view value, int quiet) {
+  const int count = vexel::LowInt32(vexel::ToWholeNumber(value));
+  if (count < 0 || count > kMostVariables) {
+    Report(FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber), quiet);
+    return false;
   }
   numVars = count;
-  varNames.SetSize(count + 1);
-  varDecs.SetSize(count + 1);
+  columnsStated_ = true;
   return true;
 }
 

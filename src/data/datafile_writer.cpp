@@ -40,8 +40,13 @@ Separators WordsFor(NumberSeparators wanted) {
     if (wanted.thousand == ',') return {{',', decimal}, "Comma", decimalWord};
     if (wanted.thousand == '.') return {{'.', decimal}, "Dot", decimalWord};
   }
-  const char* otherWord = decimal == ',' ? "Dot" : wanted.thousand == decimal ? "Comma" : "";
-  return {{0, decimal}, otherWord, decimalWord};
+  const char* thousandsWord = "";
+  if (decimal == ',') {
+    thousandsWord = "Dot";
+  } else if (wanted.thousand == decimal) {
+    thousandsWord = "Comma";
+  }
+  return {{0, decimal}, thousandsWord, decimalWord};
 }
 
 // A cell's text: what would break the table becomes a blank, and what would vanish from it is
@@ -99,10 +104,12 @@ void CVELAData::WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBas
     for (int i = 0; i < numVars; ++i) {
       const double value = row.GetValue(i);
       line += '\t';
-      line += value == NO_DATA_VALUE
-                  ? missing
-                  : d2txt(value, static_cast<unsigned>(std::max(varDecs[i], 0)),
-                          separators.characters.thousand, separators.characters.decimal, 1);
+      if (value == NO_DATA_VALUE) {
+        line += missing;
+      } else {
+        line += d2txt(value, static_cast<unsigned>(std::max(varDecs[i], 0)),
+                      separators.characters.thousand, separators.characters.decimal, 1);
+      }
     }
     file.PutText(line);
   }
@@ -110,11 +117,14 @@ void CVELAData::WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBas
 
 // The text of a missing value. An empty one would vanish from the rows that need it.
 std::string CVELAData::MissingText() const {
+  const std::string cell = Cell(noValue.View(), "");
+  const std::string_view text = vexel::TrimBlanks(cell);
+  if (!text.empty()) return std::string(text);
   const bool isNeeded = std::any_of(areas.begin(), areas.end(), [&](const CAreaData& row) {
-    const auto* end = row.values.begin() + std::min(numVars, row.values.GetSize());
+    const auto* end = row.values.begin() + std::clamp(numVars, 0, row.values.GetSize());
     return std::find(row.values.begin(), end, NO_DATA_VALUE) != end;
   });
-  return std::string(vexel::TrimBlanks(Cell(noValue.View(), isNeeded ? "N/A" : "")));
+  return isNeeded ? "N/A" : "";
 }
 
 void CVELAData::WriteHeader(CSpecFile& file, const CVELAMap& tree) const {

@@ -1,9 +1,11 @@
 #include "data/dataset.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "data/areaindex.h"
 #include "map/mapob.h"
+#include "platform/exceptions.h"
 
 CObject* CVELAData::CreateObject() { return new CVELAData; }
 
@@ -52,6 +54,7 @@ int CVELAData::AddAreaData(const CAreaData& row) {
 }
 
 void CMapOb::SetAreaDataPointers(CVELAData* data) {
+  if (data == nullptr) AfxThrowInvalidArgException();
   vexel::AreaIndex<CAreaData> rows(static_cast<std::size_t>(data->GetNumAreas()));
   for (int i = 0; i < data->GetNumAreas(); ++i) rows.Add(&data->GetAreaData(i));
   const auto point = [&](const auto& self, CMapOb& node) -> void {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "brindle/areastruct.h"
 #include "brindle/text.h"
@@ -129,8 +130,10 @@ class VEXEL_API CVELAData : public CObject {
   int Report(const CString& text, int quiet, unsigned flags = 0);
   bool BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value, int loadMap,
                     int quiet);
-  bool IsReadyForRows(int quiet);
-  bool SetCount(CSpecFile& file, std::string_view keyword, std::string_view value, int quiet);
+  bool IsReadyForRows(const CSpecFile& file, int quiet);
+  bool SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet);
+  bool SetVariables(const CSpecFile& file, std::string_view value, int quiet);
+  void SizeColumns();
   bool LoadMap(std::string_view value, int quiet);
   void SetThousandWord(std::string_view value, int quiet);
   void SetDecimalWord(std::string_view value, int quiet);
@@ -140,6 +143,8 @@ class VEXEL_API CVELAData : public CObject {
   void WriteHeader(CSpecFile& file, const CVELAMap& tree) const;
   void AppendKeyAndName(std::string& line, const CAreaData& row, const CMapOb* node) const;
   std::string MissingText() const;
+
+  bool columnsStated_ = false;  // a file has said how many variables there are
 };
 
 #endif  // VEXEL_DATA_DATASET_H_

@@ -1,5 +1,6 @@
 // The texts that a page makes from the selection of its data set.
 
+#include <algorithm>
 #include <array>
 
 #include "data/calculation.h"
@@ -32,7 +33,7 @@ CVELAString CVELAMap::GetDataStr(CMapOb* node) {
   const double value = row->GetValue(column);
   if (value == NO_DATA_VALUE) return noData;
   const int decimals = data->GetVarDecs(column);
-  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, 0});
+  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, '.'});
   return d2txt(value, static_cast<unsigned>(std::max(decimals, 0)), separators.thousand,
                separators.decimal, 1);
 }

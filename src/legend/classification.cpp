@@ -36,7 +36,7 @@ void CLegend::UpdateData(CVELAMap* map, CVELAData* data) {
   GetData(root, data, level);
   decimals = data->GetVarDecs(data->GetSelected());
   if (values.IsEmpty()) AfxThrowInvalidArgException();
-  // The lowest double is the mark of a missing value, so these come first. No value is NaN.
+  // The lowest double is the mark of a missing value, so these come first.
   std::sort(values.begin(), values.end());
   lastIndex = values.GetSize() - 1;
   const auto* real = std::find_if(values.begin(), values.end(),
@@ -51,20 +51,21 @@ void CLegend::GetData(CMapOb* node, CVELAData* data, int level) {
   const int column = data->GetSelected();
   ForLevel(*node, level, [&](const CMapOb& area) {
     const CAreaData* row = area.GetAreaData();
-    values.Add(row == nullptr ? NO_DATA_VALUE : row->GetValue(column));
+    const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
+    // A host's NaN has no place in an order.
+    values.Add(std::isnan(value) ? NO_DATA_VALUE : value);
   });
 }
 
-void CLegend::CheckSettings() const {
+void CLegend::CheckNumGroups() const {
   if (numGroups < 1 || numGroups > kMostGroups) AfxThrowInvalidArgException();
-  if (intervalType < equalCounts || intervalType > hostBounds) AfxThrowInvalidArgException();
-  if (palette < 0 || palette > kCustomPalette) AfxThrowInvalidArgException();
 }
 
 void CLegend::UpdateIntervals() {
-  CheckSettings();
+  CheckNumGroups();
+  if (intervalType < equalCounts || intervalType > hostBounds) AfxThrowInvalidArgException();
   // One unit of the last decimal that is shown.
-  const double step = std::pow(10.0, -decimals);
+  const double step = std::pow(10.0, -static_cast<double>(decimals));
   Group(numGroups).lower = kSentinel;
   if (lastIndex - numMissing + 1 > 0) {
     if (intervalType == hostBounds) {
@@ -125,6 +126,7 @@ void CLegend::HostBounds(double step) {
 }
 
 void CLegend::UpdateLegend() {
+  if (palette < 0 || palette > kCustomPalette) AfxThrowInvalidArgException();
   UpdateIntervals();
   UpdateCounts();
   UpdateTexts();
@@ -146,7 +148,7 @@ void CLegend::UpdateCounts() {
 }
 
 void CLegend::UpdateTexts() {
-  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, 0});
+  const vexel::NumberSeparators separators = vexel::MachineSeparators({0, '.'});
   const auto textOf = [&](double value) {
     return CVELAString(d2txt(value, static_cast<unsigned>(std::max(decimals, 0)),
                              separators.thousand, separators.decimal, 1));
@@ -184,6 +186,7 @@ void CLegend::FollowCustomColors() {
 }
 
 void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
+  CheckNumGroups();
   const int column = data->GetSelected();
   ForLevel(*node, level, [&](CMapOb& area) {
     const CAreaData* row = area.GetAreaData();
@@ -193,6 +196,8 @@ void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
 
 // The colour of the group that takes the value; of the areas without data when none does.
 std::uint32_t CLegend::ColorOf(double value) const {
+  // Bounds of the host's may start as low as the mark of a missing value.
+  if (value == NO_DATA_VALUE) return groups[kNoDataSlot].color;
   const auto* last = groups.begin() + numGroups;
   const auto* taker = std::adjacent_find(groups.begin(), last + 1,
                                          [=](const LegendGroup& group, const LegendGroup& above) {

@@ -48,9 +48,6 @@ struct LegendGroup {
   int count = 0;
 };
 
-// How the bounds of the groups are found.
-enum CIntervalType : int { equalCounts = 0, equalWidths = 1, hostBounds = 2 };
-
 // The host sets numGroups (1 to 7), intervalType and palette, for bounds of its own also `lower` of
 // the groups, and calls UpdateData; the rest follows. All fields are the host's to read and write.
 //
@@ -60,6 +57,9 @@ enum CIntervalType : int { equalCounts = 0, equalWidths = 1, hostBounds = 2 };
 // there is not.
 class VEXEL_API CLegend : public CObject {
  public:
+  // How the bounds of the groups are found.
+  enum IntervalType : int { equalCounts = 0, equalWidths = 1, hostBounds = 2 };
+
   static constexpr int kMostGroups = 7;
   static constexpr int kNoDataSlot = 7;
   static constexpr int kCustomPalette = 6;
@@ -114,7 +114,7 @@ class VEXEL_API CLegend : public CObject {
   CVELAString toText = "to";
 
  private:
-  void CheckSettings() const;
+  void CheckNumGroups() const;
   void EqualBounds(double step);
   double EqualBound(int group) const;
   void HostBounds(double step);

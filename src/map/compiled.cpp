@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "map/map.h"

@@ -56,6 +56,10 @@ int CVELAMap::BuildText(const CString& path, int showProgress) {
     dialog.SetRange(0, length);
   }
   int loaded = BuildBehindHeading(spec, showProgress != 0 ? &dialog : nullptr);
+  if (loaded != 0 && spec.HasFailed()) {
+    CVELAString(CString(MessageText(Message::readFailed)) + path).MessageBoxA(0x30);
+    loaded = 0;
+  }
   if (showProgress != 0) {
     if (dialog.CheckCancelButton() != 0 || loaded == 0) {
       AfxMessageBox(CString(MessageText(Message::mapNotLoaded)), 0x40, 0);

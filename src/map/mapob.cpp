@@ -55,8 +55,10 @@ CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) 
     InsertInOrder(node.get());
     return node.release();
   }
-  // Below the eighth level there is no code left that could lead on: this node is no ancestor.
-  if (level >= CAreaStruct::kNumCodes) AfxThrowInvalidArgException();
+  // From a node that is no ancestor of the key no path leads to its place.
+  const bool isAncestor =
+      level >= 0 && level < key.GetLevel() && area == unsetFrom(static_cast<std::size_t>(level));
+  if (!isAncestor) AfxThrowInvalidArgException();
   const CAreaStruct pathKey = unsetFrom(static_cast<std::size_t>(level) + 1);
   const auto* onPath = std::find_if(children.begin(), children.end(),
                                     [&](const CMapOb* child) { return child->area == pathKey; });

@@ -86,7 +86,9 @@ class VEXEL_API CMapOb : public CObject {
   CAreaData* GetAreaData() const { return areaData; }
   void SetAreaData(CAreaData* row) { areaData = row; }
 
-  // Children. Adding hands ownership to the node and sets neither parent nor level.
+  // Children. Adding hands ownership to the node and sets neither parent nor level. Inserting
+  // beyond the count leaves null entries in between, which the caller fills before the tree is
+  // used.
   int GetNumChildren() const { return children.GetSize(); }
   CMapOb*& GetChild(int index) { return children[index]; }
   CMapOb* GetChild(int index) const { return children[index]; }
@@ -110,7 +112,8 @@ class VEXEL_API CMapOb : public CObject {
 
   // Makes a node below this one, which is the root or an ancestor of the key, and returns it.
   // Children stay in ascending order of their keys; missing ancestors are made on the way, named
-  // after their own keys. A key that is there already gets a second node behind the first.
+  // after their own keys. A key that is there already gets a second node behind the first. Throws
+  // CInvalidArgException on a node that is neither.
   CMapOb* InsertArea(const CVELAString& nodeName, const CAreaStruct& key);
 
   // Adds the number of nodes of this subtree, this one included, to `count`.

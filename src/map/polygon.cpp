@@ -1,5 +1,6 @@
 #include "map/polygon.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/number.h"

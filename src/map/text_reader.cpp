@@ -3,7 +3,7 @@
 
 #include <limits>
 #include <memory>
-#include <string>
+#include <utility>
 
 #include "brindle/progress.h"
 #include "brindle/specfile.h"
@@ -175,7 +175,10 @@ bool CMapOb::BuildChild(CSpecFile& spec, CProgressDlg* progress, int isGroup, CR
 bool CMapOb::BuildPolygon(CSpecFile& spec, CProgressDlg* progress, CRectF& fileBounds) {
   auto polygon = std::make_unique<CPolygon>();
   CRectF earlier = boundRectF;
-  if (polygon->Build(spec, progress, boundRectF, fileBounds) == 0) return false;
+  if (polygon->Build(spec, progress, boundRectF, fileBounds) == 0) {
+    boundRectF = earlier;
+    return false;
+  }
   AddPoly(polygon.get());
   static_cast<void>(polygon.release());
   if (earlier.IsRectNull() == 0) {

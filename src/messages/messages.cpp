@@ -49,6 +49,7 @@ constexpr std::array kTexts{
     Entry{Message::invalidParameterAtLine, "Invalid %s parameter at line %d"},
     Entry{Message::groupsTooDeep, "Groups nested too deeply at line %d"},
     Entry{Message::writeFailed, "Can not write file "},
+    Entry{Message::readFailed, "Can not read file to its end:  "},
 };
 
 constexpr std::string_view kUnknown = "Unknown message %d";

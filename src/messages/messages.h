@@ -49,6 +49,7 @@ enum class Message : int {
   invalidParameterAtLine = 16101,
   groupsTooDeep = 16102,
   writeFailed = 16103,
+  readFailed = 16104,
 };
 
 // The text of a message, with its %d and %s unfilled. A number that is not in the table gives

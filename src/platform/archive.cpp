@@ -1,8 +1,8 @@
 #include "platform/archive.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
+#include <utility>
 
 #include "platform/exceptions.h"
 
@@ -154,8 +154,4 @@ CArchive& CArchive::operator>>(CString& text) {
   LoadBytes(bytes, wide ? 2 * length : length);
   text = CString(wide ? Utf16ToUtf8(bytes) : std::move(bytes));
   return *this;
-}
-
-std::int64_t CArchive::GetRemaining() const noexcept {
-  return file_->GetLength() - file_->GetPosition() + static_cast<std::int64_t>(filled_ - next_);
 }

@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <span>
 #include <type_traits>
 
 #include "platform/export.h"
@@ -78,10 +77,6 @@ class VEXEL_API CArchive {
   }
   CArchive& operator<<(const CString& text);
   CArchive& operator>>(CString& text);
-
-  // Bytes that the file still holds beyond what has been read, or its length when unknown. A count
-  // larger than this over its element's size cannot be true.
-  std::int64_t GetRemaining() const noexcept;
 
  private:
   template <typename T>

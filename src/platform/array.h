@@ -97,14 +97,6 @@ class GrowArray {
     return size_++;
   }
 
-  // Appends all elements; size and capacity end as if they had been added one at a time.
-  void Append(std::span<const T> values) {
-    if (values.empty()) return;
-    MakeRoomAsIfAdded(NextSize(values.size()));
-    std::uninitialized_copy(values.begin(), values.end(), data_ + size_);
-    size_ += static_cast<int>(values.size());
-  }
-
   // Makes room for `count` further elements, with the capacity that adding them one at a time
   // would give, and returns the place of the first. The caller fills them all.
   T* Extend(int count) requires std::is_trivially_copyable_v<T> {

@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/exceptions.h"
@@ -24,10 +25,13 @@ CFileStatus::Time ToTime(const timespec& time) {
 }
 
 // The file that a path finally names, so that a link keeps pointing at what is written. A path
-// that does not exist yet is taken as it stands.
+// that leads nowhere yet is taken as it stands, or as the link there says.
 std::string ResolveLinks(const char* path) {
   std::array<char, PATH_MAX> resolved{};
-  return ::realpath(path, resolved.data()) == nullptr ? path : resolved.data();
+  if (::realpath(path, resolved.data()) != nullptr) return resolved.data();
+  std::error_code none;
+  const std::filesystem::path link = std::filesystem::read_symlink(path, none);
+  return none ? path : (std::filesystem::path(path).parent_path() / link).string();
 }
 
 }  // namespace
@@ -60,18 +64,19 @@ bool CFile::OpenForReading(const char* path) {
 
 bool CFile::OpenForWriting(const char* path) {
   writing_ = true;
-  target_ = ResolveLinks(path);
+  pending_.reserve(kWriteBuffer);
   struct stat status {};
-  const bool exists = ::stat(target_.c_str(), &status) == 0;
+  const bool exists = ::stat(path, &status) == 0;
   if (exists && S_ISDIR(status.st_mode)) return false;
   if (exists && !S_ISREG(status.st_mode)) {
-    descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+    descriptor_ = ::open(path, O_WRONLY | O_CLOEXEC);
     return descriptor_ >= 0;
   }
+  target_ = ResolveLinks(path);
   // A file that may not be written is not replaced either.
   if (exists && ::access(target_.c_str(), W_OK) != 0) return false;
   if (!OpenTemporary()) return false;
-  if (exists) (void)::fchmod(descriptor_, status.st_mode & 07777U);
+  if (exists) (void)::fchmod(descriptor_, status.st_mode & 0777U);
   return true;
 }
 
@@ -92,6 +97,7 @@ std::size_t CFile::Read(void* buffer, std::size_t count) {
   while (total < count) {
     const ssize_t got = ::read(descriptor_, to + total, count - total);
     if (got < 0 && errno == EINTR) continue;
+    if (got < 0) failed_ = true;
     if (got <= 0) break;
     total += static_cast<std::size_t>(got);
   }

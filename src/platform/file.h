@@ -31,7 +31,7 @@ struct CFileStatus {
 // A file opened with modeCreate is written beside its target and takes the target's place when it
 // is closed and every byte has been taken. Until then, and after any failure, an earlier file of
 // that name stands as it was. A target that is no regular file (a terminal, a pipe) is written
-// directly. Writing fails silently and once for all: Close tells.
+// directly. Reading and writing fail silently and once for all: HasFailed and Close tell.
 class VEXEL_API CFile : public CObject {
  public:
   enum OpenFlags : unsigned {
@@ -57,6 +57,8 @@ class VEXEL_API CFile : public CObject {
   std::size_t Read(void* buffer, std::size_t count);
 
   void Write(const void* bytes, std::size_t count);
+
+  // True once the file could not be read on or did not take what was written.
   bool HasFailed() const noexcept { return failed_; }
 
   // Bytes read or written so far, and in all. The length of what is no regular file is 0.
@@ -74,6 +76,8 @@ class VEXEL_API CFile : public CObject {
 
  protected:
   void Flush();
+  void SetFailed() noexcept { failed_ = true; }
+  bool IsWriting() const noexcept { return writing_; }
 
  private:
   bool OpenForReading(const char* path);

@@ -54,14 +54,4 @@ class VEXEL_API CObject {
 VEXEL_API void AfxClassInit(const CRuntimeClass* record);
 VEXEL_API void AfxClassTerm(const CRuntimeClass* record);
 
-namespace vexel {
-
-// The createObject entry of a class with a default constructor.
-template <typename T>
-CObject* NewObject() {
-  return new T;
-}
-
-}  // namespace vexel
-
 #endif  // VEXEL_PLATFORM_OBJECT_H_

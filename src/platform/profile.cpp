@@ -8,7 +8,10 @@ namespace {
 
 char FirstCharacter(const char* key, const char* defaultText, char whenEmpty) {
   const CString text = CHost::GetCurrent().GetProfileText("intl", key, defaultText);
-  return text.IsEmpty() ? whenEmpty : text.GetAt(0);
+  if (text.IsEmpty()) return whenEmpty;
+  // Of what is no ASCII, such as a narrow no-break space, a first byte alone would break the text.
+  const char first = text.GetAt(0);
+  return static_cast<unsigned char>(first) < 0x80 ? first : ' ';
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ struct NumberSeparators {
 };
 
 // The separators of section "intl" of the profile, keys "sThousand" and "sDecimal", with the
-// defaults "," and ".". Of an entry the first character counts; an entry that exists without any
+// defaults "," and ".". Of an entry the first character counts, a blank
+// standing for what is no ASCII; an entry that exists without any
 // text leaves what `whenEmpty` says.
 VEXEL_API NumberSeparators MachineSeparators(NumberSeparators whenEmpty);
 

@@ -4,37 +4,20 @@
 
 #include "platform/exceptions.h"
 
-namespace {
-
-// A count of characters cut to what the text holds.
-std::size_t CutTo(std::size_t size, int count) {
-  return count <= 0 ? 0 : std::min(size, static_cast<std::size_t>(count));
-}
-
-int Position(std::size_t found) {
-  return found == std::string::npos ? -1 : static_cast<int>(found);
-}
-
-}  // namespace
-
 char CString::GetAt(int index) const {
   if (index < 0 || index >= GetLength()) AfxThrowInvalidArgException();
   return text_[static_cast<std::size_t>(index)];
 }
 
-CString CString::Left(int count) const {
-  return CString(View().substr(0, CutTo(text_.size(), count)));
-}
-
 CString CString::Right(int count) const {
-  return CString(View().substr(text_.size() - CutTo(text_.size(), count)));
+  const auto kept = std::min(text_.size(), static_cast<std::size_t>(std::max(count, 0)));
+  return CString(View().substr(text_.size() - kept));
 }
 
-CString CString::Mid(int first) const { return CString(View().substr(CutTo(text_.size(), first))); }
-
-int CString::Find(char character) const noexcept { return Position(text_.find(character)); }
-
-int CString::ReverseFind(char character) const noexcept { return Position(text_.rfind(character)); }
+int CString::Find(char character) const noexcept {
+  const std::size_t found = text_.find(character);
+  return found == std::string::npos ? -1 : static_cast<int>(found);
+}
 
 CString& CString::MakeUpper() {
   std::transform(text_.begin(), text_.end(), text_.begin(), [](char c) {

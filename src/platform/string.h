@@ -19,7 +19,6 @@ class VEXEL_API CString {
 
   int GetLength() const noexcept { return static_cast<int>(text_.size()); }
   bool IsEmpty() const noexcept { return text_.empty(); }
-  void Empty() noexcept { text_.clear(); }
 
   // The text with a closing 0. Valid until the string is changed.
   const char* GetString() const noexcept { return text_.c_str(); }
@@ -28,14 +27,11 @@ class VEXEL_API CString {
   // The character at a position; throws CInvalidArgException outside the text.
   char GetAt(int index) const;
 
-  // Parts of the text. Counts and positions beyond the text are cut to it.
-  CString Left(int count) const;
+  // The last characters, as many as there are.
   CString Right(int count) const;
-  CString Mid(int first) const;
 
-  // Position of the first or last occurrence, -1 when there is none.
+  // Position of the first occurrence, -1 when there is none.
   int Find(char character) const noexcept;
-  int ReverseFind(char character) const noexcept;
 
   CString& MakeUpper();
 

@@ -159,10 +159,11 @@ TEST(Classification, CountsMissingAreasApartAndColoursThemAsSuch) {
 TEST(Classification, WithoutAnyValueHasZeroBoundsOrKeepsTheHosts) {
   Page page({NO_DATA_VALUE, NO_DATA_VALUE});
   page.legend.groups[1].lower = 8;
-  page.legend.intervalType = hostBounds;
+  page.legend.intervalType = CLegend::hostBounds;
   page.Update();
   EXPECT_EQ(page.Group(1).lower, 8);
-  page.legend.intervalType = equalWidths;
+  EXPECT_EQ(page.map.GetChild(0)->GetColor(), 0xFFFFFFU);
+  page.legend.intervalType = CLegend::equalWidths;
   page.Update();
   EXPECT_EQ(page.Column(&LegendGroup::lower), (std::vector<double>{0, 0, 0}));
   EXPECT_EQ(page.Column(&LegendGroup::upper), (std::vector<double>{0, 0, 0}));
@@ -213,6 +214,9 @@ TEST(Classification, LabelsFollowTheMachineAndTheHostsWords) {
   host.profile = {{"sThousand", ""}, {"sDecimal", "."}};
   page.legend.UpdateLegend();
   EXPECT_EQ(page.Group(2).upperText, "99999.0");
+  host.profile = {{"sThousand", "\u202F"}, {"sDecimal", ""}};
+  page.legend.UpdateLegend();
+  EXPECT_EQ(page.Group(2).upperText, "99 999.0");
 }
 
 TEST(Classification, CustomPaletteStartsFromTheColoursInUseAndThenFollowsTheHost) {

@@ -1,0 +1,224 @@
+#include <bit>
+
+#include "map/map_fixture.h"
+#include "platform/exceptions.h"
+
+namespace {
+
+using vexel::test::Describe;
+using vexel::test::Key;
+using vexel::test::ProbeMap;
+
+constexpr std::string_view kTag = "Ortex 3.1\x1A";
+
+// The bytes of a compiled map, put together by hand.
+struct Bytes {
+  std::string all;
+
+  Bytes& Raw(std::string_view bytes) {
+    all += bytes;
+    return *this;
+  }
+  template <typename... Numbers>
+  Bytes& Put(Numbers... numbers) {  // int32 and float32
+    static_assert(((sizeof(numbers) == 4) && ...));
+    for (const auto bits : {std::bit_cast<std::uint32_t>(numbers)...}) {
+      for (unsigned shift = 0; shift < 32; shift += 8) all += static_cast<char>(bits >> shift);
+    }
+    return *this;
+  }
+  Bytes& Text(std::string_view text) { return Put8(text.size()).Raw(text); }
+  Bytes& Put8(std::size_t byte) { return Raw(std::string(1, static_cast<char>(byte))); }
+  // The head of a map in degrees with two of its levels named.
+  Bytes& Head(std::string_view tag) {
+    return Raw(tag).Put(1, 2).Text("M").Text("L").Raw(std::string(6, '\0'));
+  }
+  // A node up to its polygons; in the integer form the bound and the angle come as five numbers, in
+  // the float form the bound comes as four.
+  template <typename... Numbers>
+  Bytes& Node(std::string_view name, int code, int polygons, Numbers... bound) {
+    constexpr int kNone = CAreaStruct::kUnset;
+    Text(name).Put(bound...).Put(polygons, code);
+    return Put(kNone, kNone, kNone, kNone, kNone, kNone, kNone, polygons);
+  }
+  Bytes& IntegerHalf() {
+    Node("M", CAreaStruct::kUnset, 0, 0, 0, 32000, -16000, 0.0F).Put(2);
+    Node("A", 7, 2, 1, 2, 3, 4, 0.5F).Put(2, 10, -20, 30, -40, 0).Put(0, 1).Put(0);
+    return Node("B", 0, 0, 5, 6, 7, 8, 0.0F).Put(0);
+  }
+  Bytes& FloatHalf(int polygons = 2, int points = 2, int children = 2) {
+    Node("M", CAreaStruct::kUnset, 0, 9.0F, 1.0F, 2.0F, 8.0F).Put(children);
+    Node("A", 7, polygons, 4.0F, 3.0F, 2.0F, 1.0F).Put(points);
+    for (int i = 0; i < points; ++i) Put(1.5F, -2.5F);
+    return Put(0).Put(0, 1).Put(0).Node("B", 0, 0, 0.0F, 0.0F, 0.0F, 0.0F).Put(0);
+  }
+};
+
+std::string WholeFile(std::string_view tag = kTag) {
+  return Bytes().Head(tag).IntegerHalf().FloatHalf().all;
+}
+
+class CompiledMap : public vexel::test::MapTest {
+ protected:
+  int LoadBytes(CVELAMap& map, std::string_view bytes, int loadFloats = 1) {
+    dir.Write("m.mpc", bytes);
+    return map.Build(Path("m.mpc"), loadFloats, 0);
+  }
+
+  std::string Saved(CVELAMap& map) {
+    EXPECT_EQ(map.SaveMpc(Path("s.mpc")), 1);
+    return dir.Read("s.mpc");
+  }
+
+  // Loads what may be damaged and tells how it ended: "map", "refused", or the cause of the
+  // exception. What stands then can be walked, marked, zoomed, saved and deleted.
+  std::string Outcome(std::string_view bytes, int loadFloats = 1) {
+    ProbeMap map;
+    std::string outcome;
+    try {
+      outcome = LoadBytes(map, bytes, loadFloats) != 0 ? "map" : "refused";
+    } catch (const CArchiveException& ended) {
+      outcome = ended.cause == CArchiveException::endOfFile ? "early end" : "damage";
+    }
+    EXPECT_EQ(TakeBoxes().starts_with("0 'MapFile' parameter points"), outcome == "refused");
+    map.InitParents(nullptr);
+    map.InitLevels(0);
+    map.ZoomTo(map.GetNumChildren() > 0 ? map.GetChild(0) : &map);
+    EXPECT_TRUE(vexel::test::IsSettled(map, map.GetDrawLevel()));
+    map.ZoomOut();
+    EXPECT_FALSE(Describe(map, true).empty());
+    if (outcome == "map") map.SaveMap(Path("m.map"), nullptr);
+    return outcome;
+  }
+};
+
+TEST_F(CompiledMap, HasTheseBytesInBothDirections) {
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, WholeFile()), 1);
+  EXPECT_EQ(Describe(map, true),
+            "M() 0 0 in 0 0 32000 -16000\n"
+            "A(7) 1 0.5 in 1 2 3 4 of 2 4 1 3 ring 10,-20 30,-40 1.5/-2.5 1.5/-2.5 hole\n"
+            "B(0) 1 0 in 5 6 7 8 of 0 0 0 0\n");
+  EXPECT_EQ(vexel::test::ToText(map.GetBoundRectF()), "2 9 8 1");
+  EXPECT_EQ(map.longLat, 1);
+  EXPECT_EQ(map.GetNumMapLevels(), 2);
+  EXPECT_EQ(map.GetLevelName(1), "L");
+  EXPECT_EQ(Saved(map), WholeFile());
+}
+
+TEST_F(CompiledMap, TheUsualLoadTakesTheIntegerHalfAndNeedsNoMore) {
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, Bytes().Head(kTag).IntegerHalf().all, 0), 1);
+  EXPECT_EQ(map.GetChild(0)->GetPoly(0)->GetSizeF(), 0);
+  EXPECT_TRUE(map.GetBoundRectF().IsRectNull());
+  EXPECT_EQ(map.SaveMpc(Path("s.mpc")), 0);
+  EXPECT_EQ(TakeBoxes(), "0 Can't save .MPC file; no floating point coordinates loaded.\n");
+  EXPECT_EQ(dir.List(), std::vector<std::string>{"m.mpc"});
+}
+
+TEST_F(CompiledMap, TagsMatchInAnyLetterCaseAndTheOldOneUnsetsZeroCodes) {
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, WholeFile("oRTEX 3.1\x1A")), 1);
+  EXPECT_EQ(map.GetChild(1)->GetArea(), Key({0}));
+  for (const char* tag : {"TAVO MPC1\x1A", "tavo mpc1\x1A"}) {
+    ProbeMap old;
+    ASSERT_EQ(LoadBytes(old, WholeFile(tag)), 1);
+    EXPECT_EQ(old.GetChild(0)->GetArea(), Key({7}));
+    EXPECT_EQ(old.GetChild(1)->GetArea(), CAreaStruct());
+    EXPECT_TRUE(Saved(old).starts_with(kTag));
+    const std::string before = Describe(old, true);
+    for (const char* refused : {"Ortex 3.2\x1A", "Ortex 3.1 ", "Ortex 3.1"}) {
+      EXPECT_EQ(LoadBytes(old, WholeFile(refused)), 0);
+      EXPECT_EQ(old.compiledValid, 0);
+      EXPECT_EQ(old.compiledOldFormat, 1);
+      EXPECT_EQ(Describe(old, true), before);
+    }
+    ASSERT_EQ(LoadBytes(old, WholeFile()), 1);
+    EXPECT_EQ(old.compiledOldFormat, 0);
+  }
+}
+
+TEST_F(CompiledMap, NamesOf255BytesAndMoreHaveALongerLength) {
+  for (const std::size_t length : {254U, 255U}) {
+    ProbeMap map;
+    ASSERT_EQ(LoadBytes(map, WholeFile()), 1);
+    map.AddLevelName(std::string(length, 'n').c_str());
+    const std::string saved = Saved(map);
+    EXPECT_EQ(saved.substr(22, 4),
+              length == 254 ? std::string("\xFEnnn") : std::string("\xFF\xFF\0n", 4));
+    ProbeMap again;
+    ASSERT_EQ(LoadBytes(again, saved), 1);
+    EXPECT_EQ(again.GetLevelName(2), map.GetLevelName(2));
+  }
+}
+
+TEST_F(CompiledMap, CountsBelowZeroMeanNone) {
+  Bytes bytes;
+  bytes.Head(kTag).Node("M", 1, 1, 0, 0, 0, 0, 0.0F).Put(-3, 1, -1);
+  bytes.Node("M", 1, 1, 0.0F, 0.0F, 0.0F, 0.0F).Put(-7, 1, -2);
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, bytes.all), 1);
+  EXPECT_EQ(Describe(map, true), "M(1) 0 0 in 0 0 0 0 hole\n");
+}
+
+TEST_F(CompiledMap, HalvesOfDifferentShapeAreRefused) {
+  const auto half = [](int polygons, int points, int children) {
+    const std::string more(200, '\0');
+    return Bytes().Head(kTag).IntegerHalf().FloatHalf(polygons, points, children).Raw(more).all;
+  };
+  EXPECT_EQ(Outcome(half(2, 2, 2)), "map");
+  EXPECT_EQ(Outcome(half(1, 2, 2)), "damage");
+  EXPECT_EQ(Outcome(half(3, 2, 2)), "damage");
+  EXPECT_EQ(Outcome(half(2, 1, 2)), "damage");
+  EXPECT_EQ(Outcome(half(2, 3, 2)), "damage");
+  EXPECT_EQ(Outcome(half(2, 2, 1)), "damage");
+  EXPECT_EQ(Outcome(half(2, 2, 3)), "damage");
+}
+
+TEST_F(CompiledMap, NestingIsReadAsDeepAsTextIs) {
+  const auto nested = [](int groups) {
+    Bytes bytes;
+    bytes.Head(kTag);
+    for (int i = 0; i <= groups; ++i) bytes.Node("n", i, 0, 0, 0, 0, 0, 0.0F).Put(1);
+    return bytes.Node("leaf", 0, 0, 0, 0, 0, 0, 0.0F).Put(0).all;
+  };
+  EXPECT_EQ(Outcome(nested(64), 0), "map");
+  EXPECT_EQ(Outcome(nested(65), 0), "damage");
+  EXPECT_EQ(Outcome(nested(100000), 0), "damage");
+}
+
+TEST_F(CompiledMap, CutAnywhereItEndsInTheDocumentedWay) {
+  const std::string whole = WholeFile();
+  const std::size_t integers = Bytes().Head(kTag).IntegerHalf().all.size();
+  for (std::size_t length = 0; length <= whole.size(); ++length) {
+    const std::string_view cut(whole.data(), length);
+    const std::string_view short_ = length < kTag.size() ? "refused" : "early end";
+    EXPECT_EQ(Outcome(cut), length == whole.size() ? "map" : short_) << length;
+    EXPECT_EQ(Outcome(cut, 0), length >= integers ? "map" : short_) << length;
+  }
+}
+
+TEST_F(CompiledMap, WithAnyByteChangedItEndsInTheDocumentedWay) {
+  ProbeMap source;
+  ASSERT_EQ(Load(source, vexel::test::kSmallMap), 1);
+  for (const std::string& whole : {WholeFile(), Saved(source)}) {
+    for (std::size_t at = 0; at < std::min<std::size_t>(whole.size(), 4096); ++at) {
+      for (const char byte : {'\x00', '\x7F', '\xFF'}) {
+        std::string damaged = whole;
+        damaged[at] = byte;
+        EXPECT_EQ(Outcome(damaged) == "refused", at < kTag.size() && damaged != whole) << at;
+      }
+    }
+  }
+}
+
+TEST_F(CompiledMap, APolygonWithoutItsFloatsIsNotSaved) {
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, WholeFile()), 1);
+  map.GetChild(0)->GetPoly(0)->RemovePointF(0);
+  EXPECT_THROW(map.SaveMpc(Path("m.mpc")), CInvalidArgException);
+  EXPECT_EQ(dir.Read("m.mpc"), WholeFile());
+  EXPECT_EQ(dir.List(), std::vector<std::string>{"m.mpc"});
+}
+
+}  // namespace
