@@ -1,0 +1,123 @@
+#include "arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "failure.h"
+#include "hints.h"
+
+namespace vexel::cli {
+
+namespace {
+
+constexpr std::size_t kNamesWidth = 34;
+
+CLI::callback_t Callback(const std::string& names, const Arguments::Reader& reader) {
+  return [=](const std::vector<std::string>& values) {
+    try {
+      std::for_each(values.begin(), values.end(), reader);
+    } catch (const UsageError& wrong) {
+      throw UsageError(names.substr(names.rfind(',') + 1) + ": " + wrong.what());
+    }
+    return true;
+  };
+}
+
+}  // namespace
+
+struct Arguments::Parser {
+  Parser(const std::string& command, const std::string& summary)
+      : app(summary, "vexel " + command) {}
+
+  CLI::App app;
+  std::string group = "Options";
+  std::vector<std::pair<std::string, const std::string*>> positionals;
+};
+
+Arguments::Arguments(const std::string& command, const std::string& summary,
+                     const std::string& example)
+    : parser_(std::make_unique<Parser>(command, summary)) {
+  CLI::App& app = parser_->app;
+  app.set_help_flag("-h,--help", "Print this help and exit");
+  app.footer("Example:\n  " + example);
+  app.get_formatter()->column_width(kNamesWidth);
+  app.get_formatter()->label("Positionals", "Arguments");
+  // Unknown options are told by CheckUnknown, which has a guess for each.
+  app.allow_extras();
+}
+
+Arguments::~Arguments() = default;
+
+void Arguments::Positional(const std::string& name, const std::string& help, std::string& value) {
+  parser_->app.add_option(name, value, help)->type_name("");
+  parser_->positionals.emplace_back(name, &value);
+}
+
+void Arguments::Option(const std::string& names, const std::string& kind, const std::string& help,
+                       std::string& value) {
+  Option(names, kind, help, [&value](std::string_view text) { value = text; });
+}
+
+void Arguments::Option(const std::string& names, const std::string& kind, const std::string& help,
+                       const Reader& reader) {
+  parser_->app.add_option(names, Callback(names, reader), help)
+      ->type_name(kind)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+      ->group(parser_->group);
+}
+
+void Arguments::Repeated(const std::string& names, const std::string& kind, const std::string& help,
+                         const Reader& reader) {
+  parser_->app.add_option(names, Callback(names, reader), help + " (may be repeated)")
+      ->type_name(kind)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->group(parser_->group);
+}
+
+void Arguments::Flag(const std::string& names, const std::string& help, bool& value) {
+  parser_->app.add_flag(names, value, help)->group(parser_->group);
+}
+
+void Arguments::Group(const std::string& heading) { parser_->group = heading; }
+
+bool Arguments::Parse(int argc, const char* const* argv) {
+  CLI::App& app = parser_->app;
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    std::fputs(app.help().c_str(), stdout);
+    return false;
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(error.what());
+  }
+  CheckUnknown();
+  CheckPositionals();
+  return true;
+}
+
+void Arguments::CheckUnknown() const {
+  const std::vector<std::string> unknown = parser_->app.remaining();
+  if (unknown.empty()) return;
+  const auto isOption = [](const std::string& text) { return text.size() > 1 && text[0] == '-'; };
+  const auto option = std::find_if(unknown.begin(), unknown.end(), isOption);
+  if (option == unknown.end()) throw UsageError("unexpected argument \"" + unknown.front() + '"');
+
+  const std::string name = option->substr(0, option->find('='));
+  std::vector<std::string> names;
+  for (const CLI::Option* known : std::as_const(parser_->app).get_options()) {
+    for (const std::string& longName : known->get_lnames()) names.push_back("--" + longName);
+  }
+  const std::vector<std::string_view> views(names.begin(), names.end());
+  throw UsageError("unknown option " + name + Hint(name, views));
+}
+
+void Arguments::CheckPositionals() const {
+  for (const auto& [name, value] : parser_->positionals) {
+    if (value->empty()) throw UsageError(name + " is missing");
+  }
+}
+
+}  // namespace vexel::cli

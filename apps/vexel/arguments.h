@@ -1,0 +1,57 @@
+// The arguments of one sub-command: what it takes, its help text, and reading them.
+
+#ifndef VEXEL_APPS_VEXEL_ARGUMENTS_H_
+#define VEXEL_APPS_VEXEL_ARGUMENTS_H_
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vexel::cli {
+
+// Options may stand before, between and behind the other arguments; "--" ends them. Of an option
+// that is given more than once the last counts, unless each is wanted. Everything declared here
+// writes to variables of the caller's, which must outlive Parse.
+class Arguments {
+ public:
+  // Takes the value of an option; a UsageError from it gets the option's name in front.
+  using Reader = std::function<void(std::string_view text)>;
+
+  Arguments(const std::string& command, const std::string& summary, const std::string& example);
+  Arguments(const Arguments&) = delete;
+  Arguments& operator=(const Arguments&) = delete;
+  ~Arguments();
+
+  // An argument without a name of its own; all of them must be given, in this order.
+  void Positional(const std::string& name, const std::string& help, std::string& value);
+
+  // An option with a value, its names as in "-o,--output". `kind` says in the help text what the
+  // value looks like.
+  void Option(const std::string& names, const std::string& kind, const std::string& help,
+              std::string& value);
+  void Option(const std::string& names, const std::string& kind, const std::string& help,
+              const Reader& reader);
+  void Repeated(const std::string& names, const std::string& kind, const std::string& help,
+                const Reader& reader);
+  void Flag(const std::string& names, const std::string& help, bool& value);
+
+  // Options declared from here on stand under this heading in the help text.
+  void Group(const std::string& heading);
+
+  // Reads everything behind the name of the sub-command, which is argv[0]. False when help was
+  // asked for: it has been printed then. Throws UsageError.
+  bool Parse(int argc, const char* const* argv);
+
+ private:
+  struct Parser;
+
+  void CheckUnknown() const;
+  void CheckPositionals() const;
+
+  std::unique_ptr<Parser> parser_;
+};
+
+}  // namespace vexel::cli
+
+#endif  // VEXEL_APPS_VEXEL_ARGUMENTS_H_

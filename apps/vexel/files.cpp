@@ -1,0 +1,148 @@
+#include "files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "failure.h"
+#include "platform/file.h"
+
+namespace vexel::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{64} * 1024;
+
+std::string SystemReason() { return std::strerror(errno); }
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (number_ > STDERR_FILENO) ::close(number_);
+  }
+  int Get() const { return number_; }
+
+ private:
+  int number_;
+};
+
+std::string ReadAll(int descriptor, const std::string& name) {
+  std::string text;
+  std::size_t filled = 0;
+  for (;;) {
+    text.resize(filled + kBlock);
+    const ssize_t got = ::read(descriptor, text.data() + filled, kBlock);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) throw Failure(name, SystemReason());
+    if (got == 0) break;
+    filled += static_cast<std::size_t>(got);
+  }
+  text.resize(filled);
+  return text;
+}
+
+void WriteStandardOutput(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) throw Failure("standard output", SystemReason());
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+}  // namespace
+
+void CheckReadable(const std::string& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) throw Failure(path, "is a folder, not a file");
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (file.Get() < 0) throw Failure(path, SystemReason());
+  if (fs::is_regular_file(status) && fs::file_size(path, error) == 0) {
+    throw Failure(path, "the file is empty");
+  }
+}
+
+std::string FolderOf(std::string_view path) {
+  return std::string(path.substr(0, path.rfind('/') + 1));
+}
+
+std::string WithExtension(std::string_view path, std::string_view extension) {
+  return fs::path(path).replace_extension(fs::path(extension)).string();
+}
+
+std::string RelativeTo(const std::string& path, const std::string& folder) {
+  std::error_code error;
+  const auto settled = [&](const fs::path& p) {
+    return fs::weakly_canonical(p.empty() ? fs::path(".") : p, error);
+  };
+  // The name itself may be a link, and stays one.
+  const fs::path whole = settled(fs::path(path).parent_path()) / fs::path(path).filename();
+  const fs::path relative = whole.lexically_relative(settled(folder));
+  return relative.empty() ? path : relative.string();
+}
+
+void WriteText(const std::string& name, std::string_view text) {
+  if (IsStandard(name)) {
+    WriteStandardOutput(text);
+    return;
+  }
+  CFile file;
+  if (file.Open(name.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
+    throw Failure(name, "cannot be opened for writing");
+  }
+  file.Write(text.data(), text.size());
+  if (file.Close() == 0) throw Failure(name, "cannot be written");
+}
+
+void WriteThrough(const std::string& name,
+                  const std::function<void(const std::string& path)>& write) {
+  if (!IsStandard(name)) {
+    write(name);
+    return;
+  }
+  const TemporaryFolder folder;
+  const std::string path = folder.PathOf("out");
+  write(path);
+  WriteText(name, ReadFile(path));
+}
+
+TemporaryFolder::TemporaryFolder() {
+  const char* parent = std::getenv("TMPDIR");
+  path_ = std::string(parent == nullptr || *parent == '\0' ? "/tmp" : parent) + "/vexel-XXXXXX";
+  if (::mkdtemp(path_.data()) == nullptr) throw Failure(path_, SystemReason());
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code error;
+  fs::remove_all(path_, error);
+}
+
+std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input"); }
+
+std::string ReadFile(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.Get() < 0) throw Failure(path, SystemReason());
+  return ReadAll(file.Get(), path);
+}
+
+SignalHold::SignalHold() {
+  sigset_t held;
+  sigemptyset(&held);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, number);
+  sigprocmask(SIG_BLOCK, &held, &before_);
+}
+
+SignalHold::~SignalHold() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+}  // namespace vexel::cli

@@ -1,0 +1,181 @@
+#include "host.h"
+
+#include <langinfo.h>
+#include <locale.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+
+#include "messages/messages.h"
+
+namespace vexel::cli {
+
+namespace {
+
+constexpr std::size_t kLongestLine = 500;
+constexpr std::chrono::milliseconds kBeforeBar{400};
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void NoteInterrupt(int /*signal*/) { interrupted = 1; }
+
+// The lines of a box behind each other.
+std::string OneLine(std::string_view text) {
+  std::string line;
+  for (const char c : text) {
+    if (c != '\n') {
+      line += c;
+    } else if (!line.empty() && line.back() != ' ') {
+      line += line.back() == ':' ? " " : ": ";
+    }
+  }
+  return line;
+}
+
+// The text behind a mark, up to the end of its line.
+std::string RestOfLine(std::string_view text, std::string_view mark) {
+  const std::size_t found = text.find(mark);
+  if (found == std::string_view::npos) return {};
+  text.remove_prefix(found + mark.size());
+  return std::string(text.substr(0, text.find('\n')));
+}
+
+std::string WithCommas(std::string codes) {
+  for (std::size_t at = codes.find(" / "); at != std::string::npos; at = codes.find(" / ")) {
+    codes.replace(at, 3, ", ");
+  }
+  return codes;
+}
+
+bool TellsLostRow(std::string_view text) {
+  const std::string_view known = MessageText(Message::areaNotInMap);
+  return text.starts_with(known.substr(0, known.find('\n')));
+}
+
+struct Glyph {
+  std::string_view text;
+  char character;
+};
+
+// What locales put between digits, as the one byte that the library takes.
+constexpr std::array kGlyphs{Glyph{".", '.'},      Glyph{",", ','},      Glyph{" ", ' '},
+                             Glyph{"'", '\''},     Glyph{"\u00A0", ' '}, Glyph{"\xA0", ' '},
+                             Glyph{"\u202F", ' '}, Glyph{"\u2019", '\''}};
+
+char CharacterFor(std::string_view text) {
+  const auto* found = std::find_if(kGlyphs.begin(), kGlyphs.end(),
+                                   [=](const Glyph& glyph) { return glyph.text == text; });
+  return found == kGlyphs.end() ? '\0' : found->character;
+}
+
+// The locale that the environment names, read without making it the process's own. Where it has
+// nothing that one byte could stand for, the defaults hold.
+NumberSeparators LocaleSeparators() {
+  NumberSeparators separators;
+  const locale_t named = ::newlocale(LC_NUMERIC_MASK, "", nullptr);
+  if (named == nullptr) return separators;
+  const std::string thousand = ::nl_langinfo_l(THOUSEP, named);
+  const std::string decimal = ::nl_langinfo_l(RADIXCHAR, named);
+  ::freelocale(named);
+  if (CharacterFor(decimal) == '\0') return separators;
+  separators.decimal = CharacterFor(decimal);
+  separators.thousand = CharacterFor(thousand);
+  if (separators.thousand == '\0') separators.thousand = separators.decimal == '.' ? ',' : ' ';
+  return separators;
+}
+
+}  // namespace
+
+void Say(std::string_view text) {
+  std::string line = "vexel: " + std::string(text.substr(0, kLongestLine));
+  const auto upsets = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; };
+  std::replace_if(line.begin(), line.end(), upsets, '?');
+  if (text.size() > kLongestLine) line += "...";
+  line += '\n';
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+bool CliHost::ShowsProgress() const { return progressWanted_ && ::isatty(STDERR_FILENO) != 0; }
+
+void CliHost::SetSubject(const std::string& subject) {
+  subject_ = subject;
+  spoken_ = false;
+}
+
+int CliHost::ShowBox(const CString& text, unsigned /*flags*/) {
+  if (TellsLostRow(text.View())) {
+    lostRows_.push_back({WithCommas(RestOfLine(text.View(), "AreaCodes  =  ")),
+                         RestOfLine(text.View(), "Name  =  ")});
+    return answerOk;
+  }
+  spoken_ = true;
+  ClearBar();
+  std::string line = OneLine(text.View());
+  const auto same = [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); };
+  const bool named =
+      std::search(line.begin(), line.end(), subject_.begin(), subject_.end(), same) != line.end();
+  Say(named ? line : subject_ + ": " + line);
+  return answerOk;
+}
+
+void CliHost::OpenProgress() {
+  percent_ = 0;
+  interrupted = 0;
+  opened_ = std::chrono::steady_clock::now();
+  beforeProgress_ = std::signal(SIGINT, NoteInterrupt);
+}
+
+void CliHost::SetProgressRange(int lower, int upper) {
+  lower_ = lower;
+  upper_ = upper;
+}
+
+void CliHost::SetProgressPosition(int position) {
+  const std::int64_t range = std::max<std::int64_t>(std::int64_t{upper_} - lower_, 1);
+  const auto percent = static_cast<int>((std::int64_t{position} - lower_) * 100 / range);
+  if (percent == percent_) return;
+  percent_ = percent;
+  if (std::chrono::steady_clock::now() - opened_ < kBeforeBar) return;
+  barShown_ = true;
+  DrawBar(std::clamp(percent, 0, 100));
+}
+
+void CliHost::DrawBar(int percent) const {
+  constexpr int kWidth = 25;
+  const auto full = static_cast<std::size_t>(percent * kWidth / 100);
+  const std::string bar = std::string(full, '#') + std::string(kWidth - full, '.');
+  std::fprintf(stderr, "\rvexel: %s [%s] %3d%%", progressText_.c_str(), bar.c_str(), percent);
+}
+
+bool CliHost::ProgressCancelled() { return interrupted != 0; }
+
+void CliHost::ClearBar() {
+  constexpr const char* kClearLine = "\r\033[K";
+  if (barShown_) std::fputs(kClearLine, stderr);
+  barShown_ = false;
+}
+
+void CliHost::CloseProgress() {
+  ClearBar();
+  if (beforeProgress_ != SIG_ERR) std::signal(SIGINT, beforeProgress_);
+  beforeProgress_ = SIG_ERR;
+}
+
+const NumberSeparators& CliHost::GetSeparators() {
+  if (!separators_) separators_ = LocaleSeparators();
+  return *separators_;
+}
+
+CString CliHost::GetProfileText(const char* section, const char* key, const char* defaultText) {
+  if (!EqualNoCase(section, "intl")) return defaultText;
+  const auto text = [](char c) { return c == '\0' ? CString() : CString(std::string(1, c)); };
+  if (EqualNoCase(key, "sThousand")) return text(GetSeparators().thousand);
+  if (EqualNoCase(key, "sDecimal")) return text(GetSeparators().decimal);
+  return defaultText;
+}
+
+}  // namespace vexel::cli

@@ -1,0 +1,95 @@
+#include "load.h"
+
+#include "brindle/specfile.h"
+#include "failure.h"
+#include "files.h"
+#include "platform/exceptions.h"
+
+namespace vexel::cli {
+
+namespace {
+
+CString Text(std::string_view text) { return CString(text); }
+
+bool IsFile(const std::string& path, CFileStatus& status) {
+  return CFile::GetStatus(path.c_str(), status) != 0 && !status.isDirectory;
+}
+
+// The map that a data file with this base in its MapFile line takes: the newer of the two, with
+// equal times the compiled one; empty when there is neither.
+std::string NewerMap(const std::string& base) {
+  CFileStatus compiled;
+  CFileStatus text;
+  const bool hasCompiled = IsFile(base + ".mpc", compiled);
+  const bool hasText = IsFile(base + ".map", text);
+  if (hasText && (!hasCompiled || text.mtime > compiled.mtime)) return base + ".map";
+  return hasCompiled ? base + ".mpc" : "";
+}
+
+// The map that a data file names, as the library finds it. Knowing it beforehand lets a message
+// name the file it is about, and the map show its progress. Empty when there is nothing to load:
+// the library then says why.
+std::string NamedMap(const std::string& path, const std::string& folder) {
+  CSpecFile file(0);
+  CSpecFile::Line line;
+  if (file.Open(path.c_str(), 0) == 0 || !file.NextLine(line)) return {};
+  if (!EqualNoCase(line.command, "[MapDataFile]")) return {};
+  while (file.NextLine(line) && !line.IsHeading()) {
+    if (!EqualNoCase(line.command, "MapFile")) continue;
+    const std::string value(line.argument);
+    if (value.empty()) return {};
+    return NewerMap(value.find(':') == std::string::npos ? folder + value : value);
+  }
+  return {};
+}
+
+struct Source {
+  std::string path;
+  std::string folder;   // where the name of the map counts from
+  std::string subject;  // what messages call it
+};
+
+void LoadRows(CVELAData& data, const Source& source, std::string mapPath, CliHost& host) {
+  if (mapPath.empty()) mapPath = NamedMap(source.path, source.folder);
+  if (!mapPath.empty()) LoadMap(*data.map, mapPath, 0, host);
+  host.SetSubject(source.subject);
+  if (data.Build(Text(source.path), mapPath.empty() ? 1 : 0, 0) == 0) {
+    if (host.HasSpoken()) throw Failure();
+    throw Failure(source.subject, "the file ends where its table should begin");
+  }
+  data.map->SetAreaDataPointers(&data);
+}
+
+}  // namespace
+
+bool IsCompiledName(std::string_view path) {
+  return path.size() >= 3 && EqualNoCase(path.substr(path.size() - 3), "mpc");
+}
+
+void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, CliHost& host) {
+  CheckReadable(path);
+  host.SetSubject(path);
+  try {
+    if (map.Build(Text(path), loadFloats, host.ShowsProgress() ? 1 : 0) != 0) return;
+  } catch (const CArchiveException& error) {
+    throw Failure(path, error.cause == CArchiveException::endOfFile ? "the compiled file ends early"
+                                                                    : error.what());
+  }
+  if (host.HasSpoken()) throw Failure();
+  throw Failure(path, "the map cannot be opened");
+}
+
+void LoadData(CVELAData& data, const std::string& path, const std::string& mapPath, CliHost& host) {
+  if (!IsStandard(path)) {
+    CheckReadable(path);
+    LoadRows(data, {path, FolderOf(path), path}, mapPath, host);
+    return;
+  }
+  // Read twice, and so kept in between.
+  const TemporaryFolder folder;
+  const std::string copy = folder.PathOf("data");
+  WriteText(copy, ReadStandardInput());
+  LoadRows(data, {copy, "", "standard input"}, mapPath, host);
+}
+
+}  // namespace vexel::cli

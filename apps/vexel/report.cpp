@@ -1,0 +1,122 @@
+#include "report.h"
+
+#include <nlohmann/json.hpp>
+
+#include "json_text.h"
+#include "load.h"
+#include "map_facts.h"
+#include "messages/messages.h"
+
+namespace vexel::cli {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Text(const CString& text) { return std::string(text.View()); }
+
+Json RectJson(const CRect& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+
+Json KeyJson(const CAreaStruct& key) {
+  const auto* first = key.codes.data();
+  return std::vector<int>(first, first + key.GetLevel());
+}
+
+Json MapJson(const CVELAMap& map) {
+  const MapFacts facts = CountMap(map);
+  const std::string file = Text(map.GetFileStatus().fullName);
+  return {{"name", Text(map.GetName())},
+          {"file", file},
+          {"form", IsCompiledName(file) ? "compiled" : "text"},
+          {"levels", facts.levelNames},
+          {"areas", facts.areas},
+          {"polygons", facts.polygons},
+          {"vertices", facts.vertices},
+          {"bounds", RectJson(map.GetBoundRect())}};
+}
+
+Json ViewJson(const CVELAMap& map, const CMapGif& page) {
+  const CMapOb& root = *map.GetDrawRoot();
+  return {{"root", KeyJson(root.GetArea())},
+          {"rootName", Text(root.GetName())},
+          {"level", map.GetDrawLevel()},
+          {"angle", root.GetAngle()},
+          {"extent", RectJson(page.GetExtent())}};
+}
+
+Json VariableJson(View& view) {
+  const int column = view.data.GetSelected();
+  const int calculation = view.data.GetCalcSelected();
+  Json variable{{"column", column + 1},
+                {"name", SubjectOf(view)},
+                {"decimals", view.data.GetVarDecs(column)},
+                {"calculation", nullptr}};
+  if (calculation >= 0) {
+    variable["calculation"] = CalculationNames()[static_cast<std::size_t>(calculation)];
+  }
+  return variable;
+}
+
+Json LegendJson(const CLegend& legend) {
+  Json groups = Json::array();
+  for (int i = 0; i < legend.numGroups; ++i) {
+    const LegendGroup& group = legend.groups[static_cast<std::size_t>(i)];
+    groups.push_back({{"lower", group.lower},
+                      {"upper", group.upper},
+                      {"label", Text(group.rangeLabel)},
+                      {"name", Text(group.groupName)},
+                      {"color", ColorText(group.color)},
+                      {"count", group.count}});
+  }
+  const LegendGroup& missing = legend.groups[CLegend::kNoDataSlot];
+  return {{"title", Text(legend.title)},
+          {"groups", groups},
+          {"missing",
+           {{"label", Text(missing.rangeLabel)},
+            {"color", ColorText(missing.color)},
+            {"count", missing.count}}}};
+}
+
+// The list of areas grows with the map, so its text is put together without a tree.
+void AppendAreas(std::string& to, const View& view, const NumberSeparators& separators) {
+  const std::string noData(MessageText(Message::noData));
+  std::string_view between = "\n    ";
+  for (const CMapOb* area : view.areas) {
+    const std::optional<double> value = ValueOf(view, *area);
+    const std::optional<int> group = value ? GroupOf(view.legend, *value) : std::nullopt;
+    to.append(between) += "{\"key\": ";
+    AppendJson(to, area->GetArea());
+    to += ", \"name\": ";
+    AppendJson(to, area->GetName().View());
+    to += ", \"value\": ";
+    AppendJson(to, value);
+    to += ", \"text\": ";
+    AppendJson(to, std::string_view(ValueText(view, *area, separators, noData)));
+    to += ", \"group\": " + (group ? std::to_string(*group) : std::string("null"));
+    to += ", \"color\": \"" + ColorText(area->GetColor()) + "\"}";
+    between = ",\n    ";
+  }
+}
+
+}  // namespace
+
+std::string ReportText(View& view, const CMapGif& page, const ViewOptions& options, CliHost& host) {
+  const Json head{{"map", MapJson(view.map)},
+                  {"view", ViewJson(view.map, page)},
+                  {"title", Text(view.map.GenerateTitle())},
+                  {"variable", VariableJson(view)},
+                  {"legend", LegendJson(view.legend)},
+                  {"page",
+                   {{"width", options.width},
+                    {"height", options.height},
+                    {"map", RectJson(page.GetMapRect())},
+                    {"legend", RectJson(page.GetLegendRect())}}}};
+  std::string text = head.dump(2, ' ', false, Json::error_handler_t::replace);
+  text.resize(text.rfind('\n'));  // without its closing brace
+  text += ",\n  \"areas\": [";
+  AppendAreas(text, view, host.GetSeparators());
+  text += "\n  ]\n}\n";
+  return text;
+}
+
+}  // namespace vexel::cli
