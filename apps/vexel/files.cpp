@@ -10,7 +10,6 @@
 #include <filesystem>
 
 #include "failure.h"
-#include "platform/file.h"
 
 namespace vexel::cli {
 
@@ -126,6 +125,24 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
   std::error_code error;
   fs::remove_all(path_, error);
+}
+
+PendingFile::PendingFile(const std::string& name) : name_(name) {
+  if (IsStandard(name)) folder_.emplace();
+  const std::string path = folder_ ? folder_->PathOf("out") : name;
+  if (Open(path.c_str(), modeCreate | modeWrite) == 0) {
+    throw Failure(name, "cannot be opened for writing");
+  }
+}
+
+void PendingFile::Complete() {
+  Flush();
+  if (HasFailed()) throw Failure(name_, "cannot be written");
+}
+
+void PendingFile::Deliver() {
+  if (Close() == 0) throw Failure(name_, "cannot be written");
+  if (folder_) WriteText(name_, ReadFile(folder_->PathOf("out")));
 }
 
 std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input"); }

@@ -5,8 +5,11 @@
 
 #include <csignal>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/file.h"
 
 namespace vexel::cli {
 
@@ -45,6 +48,21 @@ class TemporaryFolder {
 
  private:
   std::string path_;
+};
+
+// An output that is made whole before it takes its place, so that several can be made before any
+// does. Throws Failure when it cannot be written.
+class PendingFile : public CStdioFile {
+ public:
+  explicit PendingFile(const std::string& name);
+
+  // All of it has been taken, so that nothing but its place is left to fail.
+  void Complete();
+  void Deliver();
+
+ private:
+  std::string name_;
+  std::optional<TemporaryFolder> folder_;  // for standard output
 };
 
 // Everything that standard input holds, and a whole file.

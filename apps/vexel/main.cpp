@@ -38,24 +38,26 @@ constexpr std::array kCommands{
     Command{"tree", "list the areas of a map for a web page", &Tree},
 };
 
-void PrintHelp() {
-  std::puts(
+void PrintHelp(std::FILE* to) {
+  std::fputs(
       "Thematic maps: areas and statistics in, a picture with legend and image map out.\n\n"
-      "Usage: vexel COMMAND [OPTIONS] ...\n\nCommands:");
+      "Usage: vexel COMMAND [OPTIONS] ...\n\nCommands:\n",
+      to);
   for (const Command& command : kCommands) {
-    std::printf("  %-12s%s\n", std::string(command.name).c_str(),
-                std::string(command.summary).c_str());
+    std::fprintf(to, "  %-12s%s\n", std::string(command.name).c_str(),
+                 std::string(command.summary).c_str());
   }
-  std::puts(
+  std::fputs(
       "\n  vexel COMMAND --help   tells more of a command, with an example\n"
       "  vexel --version        tells the version\n\n"
-      "Exit status: 0 done, 1 refused or failed, 2 wrong usage.");
+      "Exit status: 0 done, 1 refused or failed, 2 wrong usage.\n",
+      to);
 }
 
 int RunCommand(int argc, const char* const* argv) {
   const std::string_view name = argc > 1 ? argv[1] : "--help";
   if (name == "--help" || name == "-h" || name == "help") {
-    PrintHelp();
+    PrintHelp(argc > 1 ? stdout : stderr);
     return argc > 1 ? kDone : kWrongUsage;
   }
   if (name == "--version") {

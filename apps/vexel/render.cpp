@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "arguments.h"
@@ -26,51 +27,59 @@ struct Outputs {
   std::string report;
 };
 
+using Pending = std::optional<PendingFile>;
+
+Pending Open(const std::string& name) {
+  return name.empty() ? Pending() : Pending(std::in_place, name);
+}
+
 // Draws the map, with its area lines in a web page when there is to be one.
 void DrawMap(CliHost& host, View& view, const ViewOptions& options, const Outputs& outputs,
-             CMapGif& page) {
-  if (outputs.html.empty()) {
-    page.DrawMap(&view.map, "");
+             CMapGif& page, PendingFile* html) {
+  if (html == nullptr) {
+    page.DrawMap(view.map.GetDrawRoot(), "");
     return;
   }
   // The page finds its picture from where it lies itself.
   const std::string picture = IsStandard(outputs.picture)
                                   ? "page.gif"
                                   : RelativeTo(outputs.picture, FolderOf(outputs.html));
-  WriteThrough(outputs.html, [&](const std::string& path) {
-    CStdioFile html;
-    if (html.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
-      throw Failure(outputs.html, "cannot be opened for writing");
-    }
-    try {
-      WritePageHead(html, view, options, picture);
-      page.SetHtmlFile(&html);
-      page.DrawMap(&view.map, kAreaLink);
-      page.SetHtmlFile(nullptr);
-      WritePageTail(html, host, view);
-    } catch (const CFileException&) {
-      html.Abort();
-      throw Failure(outputs.html, "cannot be written");
-    }
-    if (html.Close() == 0) throw Failure(outputs.html, "cannot be written");
-  });
+  try {
+    WritePageHead(*html, view, options, picture);
+    page.SetHtmlFile(html);
+    page.DrawMap(view.map.GetDrawRoot(), kAreaLink);
+    page.SetHtmlFile(nullptr);
+    WritePageTail(*html, host, view);
+  } catch (const CFileException&) {
+    throw Failure(outputs.html, "cannot be written");
+  }
+  html->Complete();
 }
 
+// Every output is complete before the first of them takes its place.
 void DrawPage(CliHost& host, View& view, const ViewOptions& options, const Outputs& outputs) {
   const SignalHold hold;
+  Pending html = Open(outputs.html);
+  Pending report = Open(outputs.report);
   WriteThrough(outputs.picture, [&](const std::string& path) {
     CMapGif page(&view.map, &view.legend, &view.data, path.c_str());
     page.PrepareCoords(options.width, options.height);
     page.ApplyCoords();
-    DrawMap(host, view, options, outputs, page);
+    DrawMap(host, view, options, outputs, page, html ? &*html : nullptr);
     for (CMapOb* area : view.outlines) page.DrawOutline(area);
     if (!options.noTitle) page.DrawTitle();
     if (!options.noLegend) page.DrawLegend();
     for (CMapOb* area : view.boxes) page.DrawValueBox(area);
+    if (report) {
+      const std::string text = ReportText(view, page, options, host);
+      report->Write(text.data(), text.size());
+      report->Complete();
+    }
     host.SetSubject(outputs.picture);
     if (page.Save() == 0) throw Failure();
-    if (!outputs.report.empty()) WriteText(outputs.report, ReportText(view, page, options, host));
   });
+  if (html) html->Deliver();
+  if (report) report->Deliver();
 }
 
 // The groups with their ranges and numbers of areas, and what found no place.

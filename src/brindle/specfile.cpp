@@ -17,8 +17,7 @@ constexpr bool IsWordCharacter(char c) { return IsLetter(c) || (c >= '0' && c <=
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool IsBlankLine(std::string_view text) {
-  return text.empty() ||
-         (IsBlank(text.front()) && std::all_of(text.begin(), text.end(), IsBlank));
+  return text.empty() || (IsBlank(text.front()) && std::all_of(text.begin(), text.end(), IsBlank));
 }
 
 // Fills in place: a copy of what was just written costs more than all the rest of a short line.

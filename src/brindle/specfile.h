@@ -79,7 +79,7 @@ class VEXEL_API CSpecFile : public CStdioFile {
   void SkipByteOrderMark();
 
   bool ungot_ = false;
-  bool atEnd_ = false;  // nothing is left in the file behind the buffer
+  bool atEnd_ = false;        // nothing is left in the file behind the buffer
   std::string_view current_;  // the line last delivered
   std::int64_t consumed_ = 0;
 

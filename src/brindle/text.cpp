@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <span>
 
@@ -12,6 +13,11 @@
 namespace {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// A plus sign says nothing; before another sign it makes the text no number.
+constexpr std::string_view WithoutPlus(std::string_view text) {
+  return text.starts_with('+') && !text.starts_with("+-") ? text.substr(1) : text;
+}
 
 // No double shows a digit other than 0 behind this many decimals.
 constexpr unsigned kMostDecimals = 1074;
@@ -153,10 +159,8 @@ char* strtoken(char* text, const char* delimiters, char* /*unused*/) {
   thread_local char empty[1] = {0};
   thread_local char* next = empty;
   if (text != nullptr) next = text;
-  const std::string_view rest = next;
-  char* token = next + std::min(rest.find_first_not_of(delimiters), rest.size());
-  const std::string_view tail = token;
-  char* end = token + std::min(tail.find_first_of(delimiters), tail.size());
+  char* token = next + std::strspn(next, delimiters);
+  char* end = token + std::strcspn(token, delimiters);
   next = *end == 0 ? end : end + 1;
   *end = 0;
   return token;
@@ -178,7 +182,7 @@ bool IsWholeNumber(std::string_view text) noexcept {
 
 std::int64_t ToWholeNumber(std::string_view text) noexcept {
   text = TrimBlanks(text);
-  if (text.starts_with('+')) text.remove_prefix(1);
+  text = WithoutPlus(text);
   std::int64_t value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec != std::errc::result_out_of_range) return value;
@@ -188,7 +192,7 @@ std::int64_t ToWholeNumber(std::string_view text) noexcept {
 
 double ToNumber(std::string_view text) noexcept {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-  if (text.starts_with('+')) text.remove_prefix(1);
+  text = WithoutPlus(text);
   // Words such as "inf" and "nan" are no numbers here.
   const std::size_t first = text.starts_with('-') ? 1 : 0;
   if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return 0.0;

@@ -24,7 +24,8 @@ constexpr std::string_view kTab = "\t";
 constexpr std::string_view kKeep = "~";  // leave what the map says
 constexpr int kMostDataLevels = CVELAMap::kMostLevels - 1;
 
-// More columns than this are none that a table holds, whatever the length of the file.
+// More columns than this, in all heads of a file together, are none that a table holds. Together:
+// each head sizes the columns anew, and a file of many heads must not make that its only work.
 constexpr int kMostVariables = 1'000'000;
 
 // Whether a file is long enough for a row of that many columns: each takes a character and a tab.
@@ -65,13 +66,14 @@ int CVELAData::Build(const CString& path, int loadMap, int quiet) {
     return 0;
   }
   dataFolder = CVELAString(vexel::SplitPath(path.View()).folder);
+  statedColumns_ = 0;
   while (file.state == 0) {
     CSpecFile::Line line;
     if (!file.NextLine(line) || !EqualNoCase(line.command, "[MapDataFile]")) {
       Report(CString(MessageText(Message::notADataFile)), quiet);
       return 0;
     }
-    if (Build(file, loadMap, quiet) == 0) return 0;
+    if (BuildHead(file, loadMap, quiet) == 0) return 0;
     SettleMapLabel();
   }
   if (!file.HasFailed()) return 1;
@@ -92,6 +94,11 @@ CVELAMap& CVELAData::Map() const {
 }
 
 int CVELAData::Build(CSpecFile& file, int loadMap, int quiet) {
+  statedColumns_ = 0;
+  return BuildHead(file, loadMap, quiet);
+}
+
+int CVELAData::BuildHead(CSpecFile& file, int loadMap, int quiet) {
   CSpecFile::Line line;
   while (file.state == 0 && file.NextLine(line)) {
     if (!line.IsHeading()) {
@@ -101,19 +108,10 @@ int CVELAData::Build(CSpecFile& file, int loadMap, int quiet) {
     } else {
       Report(BelowText(Message::invalidHeading, file, line.command), quiet);
       file.SkipSection();
-      break;
+      return 1;
     }
   }
-  SizeColumns();
   return 1;
-}
-
-// Gives each column of the file, and the calculated one, its name and decimals. Not done line by
-// line, so that a head which changes its mind about a million columns costs nothing.
-void CVELAData::SizeColumns() {
-  if (varNames.GetSize() == numVars + 1 || !columnsStated_) return;
-  varNames.SetSize(numVars + 1);
-  varDecs.SetSize(numVars + 1);
 }
 
 bool CVELAData::IsReadyForRows(const CSpecFile& file, int quiet) {
@@ -127,7 +125,6 @@ bool CVELAData::IsReadyForRows(const CSpecFile& file, int quiet) {
   } else if (!CanHold(file, numVars)) {
     missing = FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber);
   } else {
-    SizeColumns();
     return true;
   }
   Report(missing, quiet);
@@ -170,12 +167,14 @@ bool CVELAData::SetAreaLevels(const CSpecFile& file, std::string_view value, int
 
 bool CVELAData::SetVariables(const CSpecFile& file, std::string_view value, int quiet) {
   const int count = vexel::LowInt32(vexel::ToWholeNumber(value));
-  if (count < 0 || count > kMostVariables) {
+  if (count < 0 || count > kMostVariables - statedColumns_) {
     Report(FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber), quiet);
     return false;
   }
+  statedColumns_ += count;
   numVars = count;
-  columnsStated_ = true;
+  varNames.SetSize(count + 1);
+  varDecs.SetSize(count + 1);
   return true;
 }
 

@@ -128,12 +128,12 @@ class VEXEL_API CVELAData : public CObject {
 
   CVELAMap& Map() const;  // throws CInvalidArgException when the host has linked none
   int Report(const CString& text, int quiet, unsigned flags = 0);
+  int BuildHead(CSpecFile& file, int loadMap, int quiet);
   bool BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value, int loadMap,
                     int quiet);
   bool IsReadyForRows(const CSpecFile& file, int quiet);
   bool SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet);
   bool SetVariables(const CSpecFile& file, std::string_view value, int quiet);
-  void SizeColumns();
   bool LoadMap(std::string_view value, int quiet);
   void SetThousandWord(std::string_view value, int quiet);
   void SetDecimalWord(std::string_view value, int quiet);
@@ -144,7 +144,7 @@ class VEXEL_API CVELAData : public CObject {
   void AppendKeyAndName(std::string& line, const CAreaData& row, const CMapOb* node) const;
   std::string MissingText() const;
 
-  bool columnsStated_ = false;  // a file has said how many variables there are
+  int statedColumns_ = 0;  // by the heads of the file that is being read, in all
 };
 
 #endif  // VEXEL_DATA_DATASET_H_

@@ -4,10 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -24,14 +21,17 @@ CFileStatus::Time ToTime(const timespec& time) {
                            std::chrono::nanoseconds(time.tv_nsec));
 }
 
-// The file that a path finally names, so that a link keeps pointing at what is written. A path
-// that leads nowhere yet is taken as it stands, or as the link there says.
-std::string ResolveLinks(const char* path) {
-  std::array<char, PATH_MAX> resolved{};
-  if (::realpath(path, resolved.data()) != nullptr) return resolved.data();
+// The path behind all links that a path names, whether there is a file yet or not, so that a link
+// keeps pointing at what is written.
+std::string ResolveLinks(std::filesystem::path path) {
+  constexpr int kMostLinks = 40;  // those of the system; a circle does not come here
   std::error_code none;
-  const std::filesystem::path link = std::filesystem::read_symlink(path, none);
-  return none ? path : (std::filesystem::path(path).parent_path() / link).string();
+  for (int i = 0; i < kMostLinks; ++i) {
+    const std::filesystem::path target = std::filesystem::read_symlink(path, none);
+    if (none) break;
+    path = path.parent_path() / target;
+  }
+  return path.string();
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ bool CFile::OpenForWriting(const char* path) {
   pending_.reserve(kWriteBuffer);
   struct stat status {};
   const bool exists = ::stat(path, &status) == 0;
-  if (exists && S_ISDIR(status.st_mode)) return false;
+  if (exists ? S_ISDIR(status.st_mode) : errno != ENOENT || *path == 0) return false;
   if (exists && !S_ISREG(status.st_mode)) {
     descriptor_ = ::open(path, O_WRONLY | O_CLOEXEC);
     return descriptor_ >= 0;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace {
 
 class SpecFileTest : public testing::Test {
  protected:
-  // All lines as "number:command=argument", the argument only where there is one.
+  // All lines as "number:command>argument", the argument only where there is one.
   std::vector<std::string> Lines(const std::string& bytes) {
     Open(bytes);
     std::vector<std::string> lines;
@@ -20,7 +21,7 @@ class SpecFileTest : public testing::Test {
     CVELAString argument;
     while (file.GetLine(command, argument, true) == 0) {
       std::string text = std::to_string(file.lineNumber) + ':' + std::string(command.View());
-      if (!argument.IsEmpty()) text.append("=").append(argument.View());
+      if (!argument.IsEmpty()) text.append(">").append(argument.View());
       lines.push_back(text);
     }
     EXPECT_EQ(file.state, 2U);
@@ -46,15 +47,15 @@ using Texts = std::vector<std::string>;
 TEST_F(SpecFileTest, TellsKeywordsFromLinesThatComeWhole) {
   EXPECT_EQ(Lines("Name = a b \nName=a=b\nN_1 =x\n[Map] \n12 3\n-1=2\n.5=x\n+a=b\nName=a\tb\n"
                   "No value\nEmpty=\n9a=b\n[a=b]\n x=1\n"),
-            (Texts{"1:Name=a b", "2:Name=a=b", "3:N_1=x", "4:[Map]", "5:12 3", "6:-1=2", "7:.5=x",
+            (Texts{"1:Name>a b", "2:Name>a=b", "3:N_1>x", "4:[Map]", "5:12 3", "6:-1=2", "7:.5=x",
                    "8:+a=b", "9:Name=a\tb", "10:No value", "11:Empty", "12:9a=b", "13:[a=b]",
                    "14: x=1"}));
 }
 
 TEST_F(SpecFileTest, EveryLineEndCountsOnceAndBlankLinesAreOnlyCounted) {
   EXPECT_EQ(Lines("\xEF\xBB\xBF"
-                  "a\nb\r\nc\rd\n\n \t\r\n\r\re\n\rf"),
-            (Texts{"1:a", "2:b", "3:c", "4:d", "9:e", "11:f"}));
+                  "a\nb\r\nc\rd\n\n \t\r\n\r\re\n\r f\xEF\xBB\xBF"),
+            (Texts{"1:a", "2:b", "3:c", "4:d", "9:e", "11: f\xEF\xBB\xBF"}));
   EXPECT_EQ(Lines(""), Texts{});
   EXPECT_EQ(Lines("\n\n"), Texts{});
   EXPECT_EQ(Lines("\xEF\xBB\xBF"), Texts{});
@@ -78,6 +79,8 @@ TEST_F(SpecFileTest, BlocksDoNotShow) {
       const std::string head = "a\rb\r";
       const std::string text(size - head.size() - end.size(), 'z');
       EXPECT_EQ(Lines(head + text + end), (Texts{"1:a", "2:b", "3:" + text})) << size;
+      if (end.empty()) continue;
+      EXPECT_EQ(Lines(head + text + end + "c"), (Texts{"1:a", "2:b", "3:" + text, "4:c"})) << size;
     }
   }
   const std::string longLine(1'000'000, 'w');
@@ -102,6 +105,29 @@ TEST_F(SpecFileTest, GivesLinesBackAndSkipsSections) {
   EXPECT_EQ(Next(), "end");
 }
 
+TEST_F(SpecFileTest, OpenedAgainItRemembersNothing) {
+  Open("a\nb\n");
+  Next();
+  Open("c\rd\n");
+  file.UngetLine();
+  EXPECT_EQ(Next(), "c");
+  EXPECT_EQ(file.lineNumber, 1);
+  EXPECT_EQ(file.GetPosition(), 2);
+  file.Close();
+  file.UngetLine();
+  EXPECT_EQ(Next(), "end");
+}
+
+TEST_F(SpecFileTest, EndsInFailureAtALineThatNoFileHolds) {
+  dir.Write("f", "a\n");
+  std::filesystem::resize_file(dir.Path("f"), 65 << 20);
+  ASSERT_NE(file.Open(dir.Path("f").c_str(), 0), 0);
+  EXPECT_EQ(Next(), "a");
+  EXPECT_FALSE(file.HasFailed());
+  EXPECT_EQ(Next(), "end");
+  EXPECT_TRUE(file.HasFailed());
+}
+
 TEST_F(SpecFileTest, ReadsBackWhatItPuts) {
   ASSERT_NE(file.Open(dir.Path("f").c_str(), 1), 0);
   file.PutLine("[Head]");
@@ -111,7 +137,7 @@ TEST_F(SpecFileTest, ReadsBackWhatItPuts) {
   file.PutLine("Count", -12);
   EXPECT_NE(file.Close(), 0);
   EXPECT_EQ(Lines(dir.Read("f")),
-            (Texts{"1:[Head]", "2:Name=Do\u00F1a \"Ana\" = x", "3:Tab=a b c", "5:Count=-12"}));
+            (Texts{"1:[Head]", "2:Name>Do\u00F1a \"Ana\" = x", "3:Tab>a b c", "5:Count>-12"}));
 }
 
 }  // namespace

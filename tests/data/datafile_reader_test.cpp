@@ -64,6 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
                     "0 Invalid Variables parameter at line 3\n"},
         RefusalCase{"MoreVariablesThanAnyTable", kNoMap + "Variables=2000000000",
                     "0 Invalid Variables parameter at line 3\n"},
+        RefusalCase{"MoreVariablesThanAnyTableInSum", kNoMap + "Variables=600000|Variables=600000",
+                    "0 Invalid Variables parameter at line 4\n"},
         RefusalCase{"MoreVariablesThanTheFileCanHold", kNoMap + "AreaLevels=1|Variables=900|[Data]",
                     "0 Invalid Variables parameter at line 5\n"},
         RefusalCase{"HeadingAtTheEnd", kNoMap + "[Other]|x",
@@ -139,6 +141,14 @@ TEST_F(DataTest, SeparatorsAndDecimalsAreThoseOfTheFile) {
   EXPECT_EQ(data.GetAreaData(0).GetValue(1), NO_DATA_VALUE);
   EXPECT_EQ(data.GetVarDecs(0), 3);
   EXPECT_EQ(data.GetVarDecs(1), 1);  // of the text for a missing value
+}
+
+TEST_F(DataTest, ColumnsAreSizedByTheirLineWhateverFollows) {
+  EXPECT_EQ(Load("[MapDataFile]|Variables=5|MapLabel=~"), 1);
+  EXPECT_EQ(data.varNames.GetSize(), 6);
+  EXPECT_EQ(Load("[MapDataFile]|Variables=2|MapFile=none"), 0);
+  EXPECT_EQ(data.varNames.GetSize(), 3);
+  EXPECT_EQ(data.varDecs.GetSize(), 3);
 }
 
 TEST_F(DataTest, RowFailsAfterItHasRenamedItsArea) {

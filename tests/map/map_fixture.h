@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -118,10 +119,15 @@ class MapTest : public testing::Test {
  protected:
   CVELAString Path(const std::string& name) { return CString(dir.Path(name).c_str()); }
 
-  // Writes a file and loads it.
-  int Load(CVELAMap& map, std::string_view bytes, int showProgress = 0) {
-    dir.Write("m.map", bytes);
-    return map.Build(Path("m.map"), 0, showProgress);
+  // Writes a file afresh: some file systems wait for the disk when an old one is overwritten.
+  CVELAString Put(const std::string& name, std::string_view bytes) {
+    std::remove(dir.Path(name).c_str());
+    dir.Write(name, bytes);
+    return Path(name);
+  }
+
+  int Load(CVELAMap& map, std::string_view text, int showProgress = 0) {
+    return map.Build(Put("m.map", text), 0, showProgress);
   }
 
   // The boxes shown since the last call, each as flags in hexadecimal, text and a line feed.

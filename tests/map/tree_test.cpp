@@ -61,10 +61,11 @@ TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
 
 TEST(InsertArea, KeepsTheOrderOfKeysAndPutsASecondOfOneKeyBehindTheFirst) {
   CMapOb root("R", {});
-  for (const char* code : {"5", "3", "4", "-1", "3"}) root.InsertArea(code, Key({std::stoi(code)}));
+  for (const char* code : {"5", "3", "4", "-1"}) root.InsertArea(code, Key({std::stoi(code)}));
+  root.InsertArea("3b", Key({3}));
   root.InsertArea("3-1", Key({3, 1}));
   root.InsertArea("blank", {});
-  EXPECT_EQ(Shape(root), "R{blank -1 3{3-1} 3 4 5}");
+  EXPECT_EQ(Shape(root), "R{blank -1 3{3-1} 3b 4 5}");
   CMapOb unordered("R", {});
   for (const int code : {2, 9, 1}) unordered.AddChild(new CMapOb("", Key({code})));
   unordered.InsertArea("5", Key({5}));

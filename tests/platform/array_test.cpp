@@ -74,6 +74,25 @@ TEST(GrowArray, ElementsThatOwnSurviveEveryMove) {
   EXPECT_EQ(*taken[0], "3");
 }
 
+TEST(GrowArray, WhatIsTakenOutIsDestroyed) {
+  const auto counted = std::make_shared<int>(0);
+  GrowArray<std::shared_ptr<int>> array(25);
+  for (int i = 0; i < 10; ++i) array.Add(counted);
+  array.RemoveAt(3);
+  array.RemoveAt(8);
+  EXPECT_EQ(counted.use_count(), 9);
+  array.SetSize(4);
+  EXPECT_EQ(counted.use_count(), 5);
+  GrowArray<std::shared_ptr<int>> other;
+  other.Add(counted);
+  other = std::move(array);
+  EXPECT_EQ(counted.use_count(), 5);
+  other.RemoveAll();
+  other.Add(counted);
+  EXPECT_EQ(counted.use_count(), 2);
+  EXPECT_EQ(other.GetCapacity(), 25);  // the grow-by has come along
+}
+
 TEST(GrowArray, NewElementsAreZeroAndIndexesTested) {
   GrowArray<double> array;
   array.Add(5);
@@ -84,6 +103,7 @@ TEST(GrowArray, NewElementsAreZeroAndIndexesTested) {
   EXPECT_THROW(array.SetSize(-1), CInvalidArgException);
   EXPECT_THROW(array.InsertAt(-1, 0), CInvalidArgException);
   EXPECT_THROW(array.RemoveAt(1000), CInvalidArgException);
+  EXPECT_THROW(array.InsertAt(std::numeric_limits<int>::max(), 0), std::bad_alloc);
   EXPECT_THROW(array.Extend(std::numeric_limits<int>::max()), std::bad_alloc);
 }
 

@@ -1,0 +1,137 @@
+#include "platform/file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/exceptions.h"
+#include "support/files.h"
+
+namespace vexel::test {
+namespace {
+
+constexpr unsigned kWrite = CFile::modeCreate | CFile::modeWrite;
+
+TEST(File, ReplacesItsTargetOnlyWhenClosed) {
+  const TempDir dir;
+  dir.Write("a", "old");
+  const std::string taken = "a.tmp" + std::to_string(::getpid()) + "-0";
+  dir.Write(taken, "of somebody else");
+  CFile file;
+  ASSERT_NE(file.Open(dir.Path("a").c_str(), kWrite), 0);
+  const std::string large(1'000'000, 'x');
+  file.Write("new", 3);
+  file.Write(large.data(), large.size());
+  EXPECT_EQ(dir.Read("a"), "old");
+  EXPECT_NE(file.Close(), 0);
+  EXPECT_EQ(dir.Read("a"), "new" + large);
+  ASSERT_NE(file.Open(dir.Path("a").c_str(), kWrite), 0);
+  file.Write("gone", 4);
+  file.Abort();
+  EXPECT_EQ(dir.Read("a").size(), 1'000'003U);
+  EXPECT_EQ(dir.Read(taken), "of somebody else");
+  EXPECT_EQ(dir.List(), (std::vector<std::string>{"a", taken}));
+}
+
+TEST(File, DestructionKeepsWhatWasWrittenUnlessAnExceptionPasses) {
+  const TempDir dir;
+  const auto write = [&](bool fails) {
+    CStdioFile file;
+    ASSERT_NE(file.Open(dir.Path("a").c_str(), kWrite), 0);
+    file.WriteString(fails ? "torn" : "whole");
+    if (fails) throw std::runtime_error("in the middle");
+  };
+  write(false);
+  EXPECT_EQ(dir.Read("a"), "whole");
+  EXPECT_THROW(write(true), std::runtime_error);
+  EXPECT_EQ(dir.Read("a"), "whole");
+  EXPECT_EQ(dir.List(), std::vector<std::string>{"a"});
+  // An exception that passed already when the file was opened is none of its own.
+  struct WriteAtExit {
+    std::string path;
+    ~WriteAtExit() {
+      CStdioFile file;
+      file.Open(path.c_str(), kWrite);
+      file.WriteString("last words");
+    }
+  };
+  try {
+    const WriteAtExit atExit{dir.Path("b")};
+    throw std::runtime_error("on the way");
+  } catch (const std::runtime_error&) {
+    EXPECT_EQ(dir.Read("b"), "last words");
+  }
+}
+
+TEST(File, KeepsLinksAndPermissionsAndRefusesFolders) {
+  const TempDir dir;
+  dir.Write("real", "old");
+  ::chmod(dir.Path("real").c_str(), 0640);
+  std::filesystem::create_symlink("real", dir.Path("link"));
+  std::filesystem::create_symlink("dangling", dir.Path("toDangling"));
+  std::filesystem::create_symlink("later", dir.Path("dangling"));
+  std::filesystem::create_symlink("circle", dir.Path("circle"));
+  for (const char* name : {"link", "toDangling", "dangling"}) {
+    CFile file;
+    ASSERT_NE(file.Open(dir.Path(name).c_str(), kWrite), 0);
+    file.Write("new", 3);
+    EXPECT_NE(file.Close(), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(dir.Path(name)));
+  }
+  EXPECT_EQ(dir.Read("real"), "new");
+  EXPECT_EQ(dir.Read("later"), "new");
+  struct stat status {};
+  ASSERT_EQ(::stat(dir.Path("real").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0640U);
+  CFile file;
+  EXPECT_EQ(file.Open("", kWrite), 0);
+  EXPECT_EQ(file.Open(dir.Path("circle").c_str(), kWrite), 0);
+  EXPECT_EQ(file.Open(dir.Path("").c_str(), CFile::modeRead), 0);
+  EXPECT_EQ(file.Open(dir.Path("").c_str(), kWrite), 0);
+  EXPECT_EQ(file.Open(dir.Path("none/a").c_str(), kWrite), 0);
+  EXPECT_EQ(file.Open(dir.Path("none").c_str(), CFile::modeRead), 0);
+}
+
+TEST(File, TellsPositionLengthTimeAndWhatCouldNotBeRead) {
+  const TempDir dir;
+  CFile file;
+  CFileStatus status;
+  EXPECT_EQ(CFile::GetStatus(dir.Path("a").c_str(), status), 0);
+  ASSERT_NE(file.Open(dir.Path("a").c_str(), kWrite), 0);
+  file.Write("twelve bytes", 12);
+  EXPECT_EQ(file.GetLength(), 12);
+  EXPECT_NE(file.Close(), 0);
+  const auto written = std::filesystem::file_time_type::clock::now() - std::chrono::hours(48);
+  std::filesystem::last_write_time(dir.Path("a"), written);
+  ASSERT_NE(CFile::GetStatus(dir.Path("a").c_str(), status), 0);
+  EXPECT_EQ(status.size, 12);
+  EXPECT_LT(status.mtime + std::chrono::hours(47), status.ctime);
+  ASSERT_NE(file.Open(dir.Path("a").c_str(), CFile::modeRead), 0);
+  char bytes[8];
+  EXPECT_EQ(file.Read(bytes, 8), 8U);
+  EXPECT_EQ(file.Read(bytes, 8), 4U);
+  EXPECT_EQ(file.GetPosition(), 12);
+  EXPECT_FALSE(file.HasFailed());
+  ASSERT_NE(file.Open("/proc/self/mem", CFile::modeRead), 0);  // its first page is never mapped
+  EXPECT_EQ(file.Read(bytes, 8), 0U);
+  EXPECT_TRUE(file.HasFailed());
+}
+
+TEST(File, FullDeviceShowsWhenWritingAndWhenClosing) {
+  CFile file;
+  ASSERT_NE(file.Open("/dev/full", kWrite), 0);
+  file.Write("x", 1);
+  EXPECT_EQ(file.Close(), 0);
+  CStdioFile text;
+  ASSERT_NE(text.Open("/dev/full", kWrite), 0);
+  EXPECT_THROW(text.WriteString(std::string(1'000'000, 'x')), CFileException);
+}
+
+}  // namespace
+}  // namespace vexel::test

@@ -1,0 +1,36 @@
+#include "platform/object.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "map/map.h"
+
+namespace vexel::test {
+namespace {
+
+TEST(Objects, AreMadeByNameAndKnowTheirClasses) {
+  for (const char* name :
+       {"CAreaData", "CVELAData", "CPolygon", "CMapOb", "CVELAMap", "CRectF", "CGif", "CMapGif"}) {
+    const std::unique_ptr<CObject> object(CRuntimeClass::CreateObject(name));
+    ASSERT_NE(object, nullptr) << name;
+    EXPECT_STREQ(object->GetRuntimeClass()->className, name);
+    EXPECT_TRUE(object->GetRuntimeClass()->IsDerivedFrom(CObject::GetThisClass()));
+  }
+  EXPECT_TRUE(CVELAMap::GetThisClass()->IsDerivedFrom(CMapOb::GetThisClass()));
+  EXPECT_FALSE(CMapOb::GetThisClass()->IsDerivedFrom(CVELAMap::GetThisClass()));
+  EXPECT_EQ(CRuntimeClass::CreateObject("CNothing"), nullptr);
+}
+
+TEST(Objects, ARecordStandsOnceAndUntilItIsTakenOut) {
+  static constexpr CRuntimeClass kRecord{"COfAHost", nullptr, &CObject::GetThisClass};
+  AfxClassInit(&kRecord);
+  AfxClassInit(&kRecord);
+  EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), &kRecord);
+  EXPECT_EQ(CRuntimeClass::CreateObject("COfAHost"), nullptr);
+  AfxClassTerm(&kRecord);
+  EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), nullptr);
+}
+
+}  // namespace
+}  // namespace vexel::test
