@@ -50,6 +50,7 @@ endforeach()
 
 # The program of the README, built against the headers by the names that they have when installed.
 add_executable(vexel_example "${PROJECT_SOURCE_DIR}/docs/example.cpp")
+file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/example")
 file(CREATE_LINK "${PROJECT_SOURCE_DIR}/src" "${PROJECT_BINARY_DIR}/example/vexel" SYMBOLIC)
 target_include_directories(vexel_example PRIVATE "${PROJECT_BINARY_DIR}/example")
 target_link_libraries(vexel_example PRIVATE vexel_options vexel)
