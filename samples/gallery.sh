@@ -73,13 +73,13 @@ page own-bounds 900x720 \
 
 page texas-difference 740x680 \
   "Counties of Texas in six yellows: cancer deaths of men less those of women; many are white." \
-  "Difference of two variables, palette yellow, missing data, one county outlined. Texas is turned upright; the map is moved left to make room for the legend." \
+  "Difference of two variables, palette yellow, missing data, one county outlined. Texas is turned upright and shrunk, so that the legend fits beside it." \
   "$conus" --zoom 48 --level 2 --var "$men" --var2 "$women" --calc difference --groups 6 \
   --intervals widths --palette yellow --outline 48,43
 
 page florida-ratio 760x560 \
   "Counties of Florida in five greys, dark where the ratio of men's to women's cancer deaths is low." \
-  "Ratio of two variables, palette grey reversed." \
+  "Ratio of two variables, palette grey reversed. The map is moved left to make room for the legend." \
   "$conus" --zoom 12 --level 2 --var "$men" --var2 "$women" --calc ratio --palette grey --reverse
 
 page california-change 800x1080 \

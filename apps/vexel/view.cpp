@@ -90,7 +90,12 @@ void ChooseAreas(View& view, const ViewOptions& options) {
     throw Failure(place + " has no areas on level " + std::to_string(map.GetDrawLevel()));
   }
   for (const CAreaStruct& key : options.outlines) {
-    view.outlines.push_back(AreaOf(map, "--outline", key));
+    CMapOb* area = AreaOf(map, "--outline", key);
+    // Only what is on show has a colour to be filled with again.
+    if (std::find(view.areas.begin(), view.areas.end(), area) == view.areas.end()) {
+      throw UsageError("--outline: area " + KeyText(key) + " is none of those on show");
+    }
+    view.outlines.push_back(area);
   }
   for (const CAreaStruct& key : options.boxes) view.boxes.push_back(AreaOf(map, "--box", key));
 }

@@ -1,0 +1,100 @@
+// Running a program and seeing what it says.
+
+#ifndef VEXEL_TESTS_SUPPORT_RUN_H_
+#define VEXEL_TESTS_SUPPORT_RUN_H_
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexel::test {
+
+struct RunOptions {
+  std::string folder = ".";         // to work in
+  std::string_view input;           // on standard input
+  std::optional<rlim_t> fileLimit;  // no file can grow beyond so many bytes
+};
+
+struct RunResult {
+  int status = 0;  // of the exit, or 128 and the number of the signal
+  std::string out;
+  std::string err;
+};
+
+// A nameless file as one end of a stream. Files, unlike pipes, never wait for a reader.
+class StreamFile {
+ public:
+  StreamFile() : file_(std::tmpfile(), &std::fclose) {
+    if (file_ == nullptr) throw std::runtime_error("no temporary file");
+  }
+
+  int Descriptor() const { return ::fileno(file_.get()); }
+
+  void Fill(std::string_view bytes) {
+    std::fwrite(bytes.data(), 1, bytes.size(), file_.get());
+    std::rewind(file_.get());
+  }
+
+  std::string Text() {
+    std::rewind(file_.get());
+    std::string text;
+    for (int c = std::getc(file_.get()); c != EOF; c = std::getc(file_.get())) {
+      text += static_cast<char>(c);
+    }
+    return text;
+  }
+
+ private:
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+};
+
+// In the child: becomes the program, in the plain locale. A program that hangs is ended.
+[[noreturn]] inline void BecomeProgram(const std::vector<char*>& argv, const RunOptions& options) {
+  constexpr unsigned kSecondsToHang = 120;
+  ::alarm(kSecondsToHang);
+  ::setenv("LC_ALL", "C", 1);
+  if (options.fileLimit) {
+    const rlimit limit{*options.fileLimit, *options.fileLimit};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, SIG_IGN);
+  }
+  if (::chdir(options.folder.c_str()) == 0) ::execv(argv.front(), argv.data());
+  ::_exit(127);
+}
+
+inline RunResult RunProgram(const std::string& program, std::vector<std::string> arguments,
+                            const RunOptions& options = {}) {
+  std::vector<char*> argv{const_cast<char*>(program.c_str())};
+  for (std::string& argument : arguments) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+  StreamFile in;
+  StreamFile out;
+  StreamFile err;
+  in.Fill(options.input);
+
+  const pid_t child = ::fork();
+  if (child < 0) throw std::runtime_error("no process");
+  if (child == 0) {
+    ::dup2(in.Descriptor(), STDIN_FILENO);
+    ::dup2(out.Descriptor(), STDOUT_FILENO);
+    ::dup2(err.Descriptor(), STDERR_FILENO);
+    BecomeProgram(argv, options);
+  }
+  int status = 0;
+  if (::waitpid(child, &status, 0) != child) throw std::runtime_error("the process is lost");
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.Text(), err.Text()};
+}
+
+}  // namespace vexel::test
+
+#endif  // VEXEL_TESTS_SUPPORT_RUN_H_
