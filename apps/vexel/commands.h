@@ -1,5 +1,5 @@
-// The sub-commands. Each reads its arguments, argv[0] being its own name, does its work and gives
-// the exit status, or throws UsageError or Failure.
+// The sub-commands. Each takes its own name and what stands behind it, and gives an exit status;
+// what goes wrong is thrown.
 
 #ifndef VEXEL_APPS_VEXEL_COMMANDS_H_
 #define VEXEL_APPS_VEXEL_COMMANDS_H_
@@ -8,13 +8,13 @@
 
 namespace vexel::cli {
 
-int Render(CliHost& host, int argc, const char* const* argv);
-int Compile(CliHost& host, int argc, const char* const* argv);
-int Decompile(CliHost& host, int argc, const char* const* argv);
-int Convert(CliHost& host, int argc, const char* const* argv);
-int Info(CliHost& host, int argc, const char* const* argv);
-int Tree(CliHost& host, int argc, const char* const* argv);
-int Locate(CliHost& host, int argc, const char* const* argv);
+int Render(int argc, const char* const* argv, CliHost& host);
+int Compile(int argc, const char* const* argv, CliHost& host);
+int Decompile(int argc, const char* const* argv, CliHost& host);
+int Convert(int argc, const char* const* argv, CliHost& host);
+int Info(int argc, const char* const* argv, CliHost& host);
+int Tree(int argc, const char* const* argv, CliHost& host);
+int Locate(int argc, const char* const* argv, CliHost& host);
 
 }  // namespace vexel::cli
 

@@ -1,4 +1,4 @@
-// vexel convert: a data file is read and written again.
+// A data file read and written again.
 
 #include "arguments.h"
 #include "brindle/specfile.h"
@@ -6,46 +6,64 @@
 #include "failure.h"
 #include "files.h"
 #include "load.h"
-#include "map/map.h"
+#include "summary.h"
 
 namespace vexel::cli {
 
 namespace {
 
-// A map whose path a command may set: a data file names its map by it.
-class NamedMap : public CVELAMap {
- public:
-  void SetMapPath(const std::string& path) { mapPath = path.c_str(); }
-};
+constexpr std::string_view kMapLine = "MapFile=";
+
+// The name by which a data file in `folder` finds the map, without its extension.
+std::string ReferenceTo(const std::string& mapPath, const std::string& folder) {
+  return WithExtension(RelativeTo(mapPath, folder), "");
+}
+
+// Puts the reference to the map into a data file that the library has written, which knows maps
+// only by their bare name.
+std::string WithReference(std::string text, const std::string& reference) {
+  const std::size_t line = text.find(kMapLine);
+  const std::size_t value = line + kMapLine.size();
+  return text.replace(value, text.find('\n', value) - value, reference);
+}
+
+std::string DataFileText(CVELAMap& map) {
+  const TemporaryFolder folder;
+  const std::string path = folder.PathOf("data");
+  CSpecFile file(0);
+  if (file.Open(path.c_str(), 1) == 0) throw Failure(path, "cannot be opened for writing");
+  map.SaveMdfSpec(file);
+  if (file.Close() == 0) throw Failure(path, "cannot be written");
+  return ReadFile(path);
+}
 
 }  // namespace
 
-int Convert(CliHost& host, int argc, const char* const* argv) {
+int Convert(int argc, const char* const* argv, CliHost& host) {
   std::string input;
   std::string output;
-  Arguments arguments(
-      "convert",
-      "Read a data file and write it again, in the current version, with the names "
-      "of the map and the separators of the locale. The map is not touched; the new "
-      "file names it as if both lay in one folder.",
-      "vexel convert old.mdf -o new.mdf");
-  arguments.Positional("DATA", "Data file", input);
-  arguments.Option("-o,--output", "FILE", "Data file to write; \"-\" is standard output", output);
+  Arguments arguments("convert",
+                      "Read a map data file and write it again in the current form: all names"
+                      " filled in, separators of the locale, the map where it is. No map is"
+                      " compiled.",
+                      "vexel convert old.mdf -o new.mdf");
+  arguments.Positional("DATA", "Map data file, or - for standard input", input);
+  arguments.Option("-o,--output", "FILE", "The new file, or - for standard output", output);
   if (!arguments.Parse(argc, argv)) return kDone;
-  if (output.empty()) throw UsageError("give the new file's name with -o");
-  NamedMap map;
+  if (output.empty()) throw UsageError("-o is missing");
+
+  CVELAMap map;
   CVELAData data;
   map.data = &data;
   data.map = &map;
   LoadData(data, input, "", host);
-  map.SetMapPath(WithExtension(map.GetFileStatus().fullName.GetString(), ""));
-  WriteThrough(output, [&](const std::string& path) {
-    const SignalHold hold;
-    CSpecFile file(0);
-    if (file.Open(path.c_str(), 1) == 0) throw Failure(output, "cannot be opened for writing");
-    map.SaveMdfSpec(file);
-    if (file.Close() == 0) throw Failure(output, "cannot be written");
-  });
+  const std::string mapPath(map.GetFileStatus().fullName.View());
+  if (mapPath.empty()) throw Failure(input, "the file names no map");
+  if (data.GetNumVars() < 1) throw Failure(input, "the file holds no variable");
+  const std::string folder = IsStandard(output) ? "" : FolderOf(output);
+  const SignalHold hold;
+  WriteText(output, WithReference(DataFileText(map), ReferenceTo(mapPath, folder)));
+  if (!host.GetLostRows().empty()) Say(LostRowsText(host.GetLostRows()));
   return kDone;
 }
 

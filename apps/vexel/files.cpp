@@ -9,7 +9,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "failure.h"
+#include "platform/file.h"
 
 namespace vexel::cli {
 
@@ -127,22 +127,12 @@ TemporaryFolder::~TemporaryFolder() {
   fs::remove_all(path_, error);
 }
 
-PendingFile::PendingFile(const std::string& name) : name_(name) {
-  if (IsStandard(name)) folder_.emplace();
-  const std::string path = folder_ ? folder_->PathOf("out") : name;
-  if (Open(path.c_str(), modeCreate | modeWrite) == 0) {
-    throw Failure(name, "cannot be opened for writing");
-  }
-}
+LibraryOutput::LibraryOutput(const std::string& name)
+    : folder_(IsStandard(name) ? std::make_unique<TemporaryFolder>() : nullptr),
+      path_(folder_ ? folder_->PathOf("output") : name) {}
 
-void PendingFile::Complete() {
-  Flush();
-  if (HasFailed()) throw Failure(name_, "cannot be written");
-}
-
-void PendingFile::Deliver() {
-  if (Close() == 0) throw Failure(name_, "cannot be written");
-  if (folder_) WriteText(name_, ReadFile(folder_->PathOf("out")));
+void LibraryOutput::Deliver() const {
+  if (folder_) WriteText("-", ReadFile(path_));
 }
 
 std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input"); }

@@ -5,11 +5,11 @@
 
 #include <csignal>
 #include <functional>
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
 
-#include "platform/file.h"
+#include "failure.h"
 
 namespace vexel::cli {
 
@@ -50,20 +50,24 @@ class TemporaryFolder {
   std::string path_;
 };
 
-// An output that is made whole before it takes its place, so that several can be made before any
-// does. Throws Failure when it cannot be written.
-class PendingFile : public CStdioFile {
+// An output that the library writes to a file of that path; for standard output it is one in
+// between, which Deliver hands on.
+class LibraryOutput {
  public:
-  explicit PendingFile(const std::string& name);
+  explicit LibraryOutput(const std::string& name);
 
-  // All of it has been taken, so that nothing but its place is left to fail.
-  void Complete();
-  void Deliver();
+  const std::string& Path() const { return path_; }
+  void Deliver() const;
 
  private:
-  std::string name_;
-  std::optional<TemporaryFolder> folder_;  // for standard output
+  std::unique_ptr<TemporaryFolder> folder_;
+  std::string path_;
 };
+
+// Has the library write one output. `write` gets the path, and gives false when it has told the
+// user of a failure.
+template <typename Write>
+void WriteThrough(const std::string& name, Write write);
 
 // Everything that standard input holds, and a whole file.
 std::string ReadStandardInput();
@@ -81,6 +85,14 @@ class SignalHold {
  private:
   sigset_t before_;
 };
+
+template <typename Write>
+void WriteThrough(const std::string& name, Write write) {
+  const SignalHold hold;
+  const LibraryOutput output(name);
+  if (!write(output.Path())) throw Failure();
+  output.Deliver();
+}
 
 }  // namespace vexel::cli
 

@@ -1,104 +1,191 @@
-// vexel locate: the area at a pixel of a page.
+// The area at a pixel of a page.
 
 #include <algorithm>
-#include <limits>
-#include <nlohmann/json.hpp>
-#include <optional>
-#include <string>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "arguments.h"
 #include "commands.h"
 #include "failure.h"
-#include "files.h"
 #include "json_text.h"
-#include "platform/number.h"
+#include "messages/messages.h"
 #include "render/mapgif.h"
 #include "view.h"
-#include "view_options.h"
 
 namespace vexel::cli {
 
 namespace {
 
-// The point of the working space, turned with the draw root, at the middle of a pixel.
-CPoint PointAt(const CMapGif& page, bool turned, int x, int y) {
-  const CRect& from = page.GetMapRect();
-  const CRect& to = page.GetExtent();
-  const auto along = [](double pixel, int start, int end, double first, double last) {
-    return TruncateToInt(first +
-                         (pixel + 0.5 - start) * (last - first) / (double{1} * end - start));
-  };
-  // The largest y is at the top of the page; a turned extent has it in `bottom`.
-  return {along(x, from.left, from.right, to.left, to.right),
-          turned ? along(y, from.top, from.bottom, to.bottom, to.top)
-                 : along(y, from.top, from.bottom, to.top, to.bottom)};
-}
-
-// Inside one of the outlines and in none of the holes.
-bool Contains(const CMapOb& node, const CPoint& point, float angle) {
-  bool inside = false;
-  for (int i = 0; i < node.GetNumPolygons(); ++i) {
-    const CPolygon& polygon = *node.GetPoly(i);
-    if (polygon.HitTest(point, angle) == 0) continue;
-    if (polygon.IsHole() != 0) return false;
-    inside = true;
+// The pixels of a scan line where the outline crosses it. A line belongs to an edge from its upper
+// end on; the lower end belongs to it on the last line of the whole polygon only.
+class Crossings {
+ public:
+  Crossings(std::span<const CPoint> ring, int row, std::vector<std::int64_t>& columns)
+      : columns_(columns) {
+    columns_.clear();
+    const auto byRow = [](const CPoint& a, const CPoint& b) { return a.y < b.y; };
+    const int lastRow = std::max_element(ring.begin(), ring.end(), byRow)->y;
+    CPoint from = ring.back();
+    for (const CPoint& to : ring) {
+      Add(from.y < to.y ? from : to, from.y < to.y ? to : from, row, lastRow);
+      from = to;
+    }
+    std::sort(columns_.begin(), columns_.end());
   }
-  return inside;
+
+  // True between the first and second crossing, the third and fourth, and so on, ends included.
+  bool Cover(std::int64_t column) const {
+    for (std::size_t i = 0; i + 1 < columns_.size(); i += 2) {
+      if (column >= columns_[i] && column <= columns_[i + 1]) return true;
+    }
+    return false;
+  }
+
+ private:
+  void Add(const CPoint& upper, const CPoint& lower, int row, int lastRow) {
+    if (upper.y == lower.y) return;
+    if (row >= upper.y && row < lower.y) {
+      const auto rise = static_cast<double>(std::int64_t{lower.y} - upper.y);
+      const auto run = static_cast<double>(std::int64_t{lower.x} - upper.x);
+      const auto down = static_cast<double>(std::int64_t{row} - upper.y);
+      columns_.push_back(static_cast<std::int64_t>(down * run / rise + 0.5 + upper.x));
+    } else if (row == lastRow && row == lower.y) {
+      columns_.push_back(lower.x);
+    }
+  }
+
+  std::vector<std::int64_t>& columns_;
+};
+
+// True when a line drawn one pixel wide between two points passes over a pixel.
+bool LinePasses(const CPoint& from, const CPoint& to, const CPoint& pixel) {
+  const std::int64_t runX = std::int64_t{to.x} - from.x;
+  const std::int64_t runY = std::int64_t{to.y} - from.y;
+  const std::int64_t x = std::int64_t{pixel.x} - from.x;
+  const std::int64_t y = std::int64_t{pixel.y} - from.y;
+  const bool flat = std::abs(runX) >= std::abs(runY);
+  const std::int64_t run = flat ? runX : runY;
+  const std::int64_t along = flat ? x : y;
+  if (along < std::min<std::int64_t>(run, 0) || along > std::max<std::int64_t>(run, 0))
+    return false;
+  if (run == 0) return x == 0 && y == 0;
+  const double across = static_cast<double>(flat ? runY : runX) / static_cast<double>(run);
+  const double off = static_cast<double>(flat ? y : x) - across * static_cast<double>(along);
+  return std::abs(off) < 0.5;
 }
 
-std::string Answer(CliHost& host, const View& view, const CMapOb& area, bool asJson) {
-  const std::string name(area.GetName().View());
-  const std::string text = ValueText(view, area, host.GetSeparators(), "<no data>");
-  if (!asJson) return KeyText(area.GetArea()) + '\t' + name + '\t' + text + '\n';
-  std::string json = "{\"key\": ";
-  AppendJson(json, area.GetArea());
-  json += ", \"name\": ";
-  AppendJson(json, name);
-  json += ", \"value\": ";
-  AppendJson(json, ValueOf(view, area));
-  json += ", \"text\": ";
-  AppendJson(json, text);
-  return json + "}\n";
+// A prepared page that is asked instead of painted: the vertices of its polygons are the very
+// pixels that a painted page has.
+class Probe : public CMapGif {
+ public:
+  using CMapGif::CMapGif;
+
+  // True when painting the polygon, inside and outline, would touch the pixel.
+  bool Paints(const CPolygon& polygon, const CPoint& pixel) {
+    if (polygon.GetSize() == 0) return false;
+    const float angle = map->GetDrawRoot()->GetAngle();
+    if (angle != 0.0F) {
+      RotatePolygon(&polygon, &turned_, angle);
+      SetPolygon(&turned_);
+    } else {
+      SetPolygon(&polygon);
+    }
+    const std::span<const CPoint> ring(points.data(), static_cast<std::size_t>(numPoints));
+    if (Crossings(ring, pixel.y, columns_).Cover(pixel.x)) return true;
+    CPoint from = ring.back();
+    return std::any_of(ring.begin(), ring.end(), [&](const CPoint& to) {
+      return LinePasses(std::exchange(from, to), to, pixel);
+    });
+  }
+
+ private:
+  CPolygon turned_;
+  std::vector<std::int64_t> columns_;
+};
+
+// What the uppermost polygon of an area at a pixel is.
+enum class Hit { none, area, hole };
+
+Hit HitOf(Probe& probe, const CMapOb& area, const CPoint& pixel) {
+  for (int i = area.GetNumPolygons() - 1; i >= 0; --i) {
+    const CPolygon& polygon = *area.GetPoly(i);
+    if (probe.Paints(polygon, pixel)) return polygon.IsHole() != 0 ? Hit::hole : Hit::area;
+  }
+  return Hit::none;
+}
+
+// The area whose paint lies uppermost at the pixel. A hole shows the paint of the area around it,
+// but is not a part of that area.
+const CMapOb* AreaAt(const View& view, Probe& probe, const CPoint& pixel) {
+  std::vector<const CMapOb*> painted(view.areas.begin(), view.areas.end());
+  painted.insert(painted.end(), view.outlines.begin(), view.outlines.end());
+  const auto found = std::find_if(painted.rbegin(), painted.rend(), [&](const CMapOb* area) {
+    return HitOf(probe, *area, pixel) == Hit::area;
+  });
+  return found == painted.rend() ? nullptr : *found;
 }
 
 CPoint ParsePixel(std::string_view text) {
-  const auto parts = Split(text, ',');
-  const auto x = ParseInt(parts.front());
-  const auto y = ParseInt(parts.back());
-  if (parts.size() != 2 || !x || !y) {
-    throw UsageError('"' + std::string(text) + "\" is no pixel such as 400,300");
+  const std::vector<std::string_view> parts = Split(text, ',');
+  const std::optional<int> x = ParseInt(parts.front());
+  const std::optional<int> y = ParseInt(parts.back());
+  if (parts.size() == 2 && x && y) return {*x, *y};
+  throw UsageError("\"" + std::string(text) + "\" is no pixel such as 400,300");
+}
+
+void PrintArea(const View& view, const CMapOb& area, bool asJson, CliHost& host) {
+  const std::string value =
+      ValueText(view, area, host.GetSeparators(), std::string(MessageText(Message::noData)));
+  std::string line;
+  if (asJson) {
+    line += "{\"key\": ";
+    AppendJson(line, area.GetArea());
+    line += ", \"name\": ";
+    AppendJson(line, area.GetName().View());
+    line += ", \"value\": ";
+    AppendJson(line, ValueOf(view, area));
+    line += ", \"text\": ";
+    AppendJson(line, std::string_view(value));
+    line += '}';
+  } else {
+    line.append(KeyText(area.GetArea())).append("\t").append(area.GetName().View());
+    line.append("\t").append(value);
   }
-  return {*x, *y};
+  std::puts(line.c_str());
 }
 
 }  // namespace
 
-int Locate(CliHost& host, int argc, const char* const* argv) {
-  Arguments arguments("locate", "Tell the area at a pixel of a page: its key, name and value.",
-                      "vexel locate us-counties.mdf 400,300 --level 2");
+int Locate(int argc, const char* const* argv, CliHost& host) {
   ViewOptions options;
-  std::string pixel;
+  std::string pixelText;
   bool asJson = false;
+  Arguments arguments("locate",
+                      "Tell which area the page shows at a pixel, counted from 0 at the top left:"
+                      " its codes, name and value, with tabs between. The options of the page are"
+                      " those of render.",
+                      "vexel locate counties.mdf 400,300 --level 2 --size 1000x700");
   AddViewOptions(arguments, options);
-  arguments.Positional("PIXEL", "Pixel as X,Y, counted from 0,0 at the top left", pixel);
-  arguments.Flag("--json", "Answer in JSON", asJson);
+  arguments.Positional("PIXEL", "The pixel, as in 400,300", pixelText);
+  arguments.Group("Output");
+  arguments.Flag("--json", "Print JSON", asJson);
   if (!arguments.Parse(argc, argv)) return kDone;
   Settle(options);
-  const CPoint at = ParsePixel(pixel);
+  const CPoint pixel = ParsePixel(pixelText);
 
   View view;
   BuildView(view, options, host);
-  CMapGif page(&view.map, &view.legend, &view.data, "");
-  page.PrepareCoords(options.width, options.height);
-  const float angle = view.map.GetDrawRoot()->GetAngle();
-  const CPoint point = PointAt(page, angle != 0.0F, at.x, at.y);
-  // What is painted last lies on top.
-  const auto& areas = view.areas;
-  const auto found = std::find_if(areas.rbegin(), areas.rend(), [&](const CMapOb* node) {
-    return Contains(*node, point, angle);
-  });
-  if (found == areas.rend()) throw Failure("there is no area at " + pixel);
-  WriteText("-", Answer(host, view, **found, asJson));
+  Probe probe(&view.map, &view.legend, &view.data, CString());
+  probe.PrepareCoords(options.width, options.height);
+  const bool isOnPage =
+      pixel.x >= 0 && pixel.y >= 0 && pixel.x < options.width && pixel.y < options.height;
+  const CMapOb* area = isOnPage ? AreaAt(view, probe, pixel) : nullptr;
+  if (area == nullptr) throw Failure(pixelText, "no area is there");
+  PrintArea(view, *area, asJson, host);
   return kDone;
 }
 

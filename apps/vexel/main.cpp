@@ -1,4 +1,4 @@
-// vexel: thematic maps on the command line.
+// The program `vexel`: picks the sub-command, and turns what goes wrong into a line and a status.
 
 #include <algorithm>
 #include <array>
@@ -13,87 +13,113 @@
 #include "failure.h"
 #include "hints.h"
 #include "host.h"
-#include "platform/exceptions.h"
 
-#ifndef VEXEL_VERSION
-#define VEXEL_VERSION "unknown"
-#endif
-
-namespace vexel::cli {
 namespace {
+
+using namespace vexel::cli;
 
 struct Command {
   std::string_view name;
   std::string_view summary;
-  int (*run)(CliHost& host, int argc, const char* const* argv);
+  int (*run)(int argc, const char* const* argv, CliHost& host);
 };
 
 constexpr std::array kCommands{
-    Command{"render", "draw a page from a data file", &Render},
-    Command{"locate", "tell the area at a pixel of a page", &Locate},
-    Command{"info", "tell what is in a map or a data file", &Info},
-    Command{"compile", "turn a text map into a compiled map", &Compile},
-    Command{"decompile", "turn a compiled map into a text map", &Decompile},
-    Command{"convert", "read a data file and write it again", &Convert},
-    Command{"tree", "list the areas of a map for a web page", &Tree},
+    Command{"render", "Draw a map page as a GIF, with a web page and a report", Render},
+    Command{"locate", "Tell which area a page shows at a pixel", Locate},
+    Command{"info", "Tell what is in a map, a compiled map or a data file", Info},
+    Command{"compile", "Write the compiled form of a text map", Compile},
+    Command{"decompile", "Write the text form of a compiled map", Decompile},
+    Command{"convert", "Read a data file and write it again", Convert},
+    Command{"tree", "List the areas of a map for a web page", Tree},
 };
 
-void PrintHelp(std::FILE* to) {
-  std::fputs(
-      "Thematic maps: areas and statistics in, a picture with legend and image map out.\n\n"
-      "Usage: vexel COMMAND [OPTIONS] ...\n\nCommands:\n",
-      to);
+void PrintHelp() {
+  std::string text =
+      "Thematic maps: areas and statistics in, a picture with legend and image map out.\n"
+      "\n"
+      "Usage: vexel COMMAND [OPTIONS]\n"
+      "\n"
+      "Commands:\n";
   for (const Command& command : kCommands) {
-    std::fprintf(to, "  %-12s%s\n", std::string(command.name).c_str(),
-                 std::string(command.summary).c_str());
+    constexpr std::size_t kWidth = 11;
+    text += "  " + std::string(command.name) + std::string(kWidth - command.name.size(), ' ');
+    text.append(command.summary).append("\n");
   }
-  std::fputs(
-      "\n  vexel COMMAND --help   tells more of a command, with an example\n"
-      "  vexel --version        tells the version\n\n"
-      "Exit status: 0 done, 1 refused or failed, 2 wrong usage.\n",
-      to);
+  text +=
+      "\n"
+      "Options:\n"
+      "  -h, --help     Print this help and exit\n"
+      "  --version      Print the version and exit\n"
+      "\n"
+      "`vexel COMMAND --help` tells more about each.\n"
+      "\n"
+      "Example:\n"
+      "  vexel render counties.mdf --level 2 -o counties.gif --html counties.html\n";
+  std::fputs(text.c_str(), stdout);
 }
 
-int RunCommand(int argc, const char* const* argv) {
-  const std::string_view name = argc > 1 ? argv[1] : "--help";
-  if (name == "--help" || name == "-h" || name == "help") {
-    PrintHelp(argc > 1 ? stdout : stderr);
-    return argc > 1 ? kDone : kWrongUsage;
+const Command& CommandNamed(std::string_view name) {
+  const auto* found = std::find_if(kCommands.begin(), kCommands.end(),
+                                   [=](const Command& command) { return command.name == name; });
+  if (found != kCommands.end()) return *found;
+  std::vector<std::string_view> names;
+  for (const Command& command : kCommands) names.push_back(command.name);
+  const std::string hint = Hint(name, names);
+  throw UsageError((name.starts_with('-') ? "unknown option " : "unknown command ") +
+                   std::string(name) + (hint.empty() ? "; there are " + Joined(names) : hint));
+}
+
+// Makes a host the current one for as long as the object lives.
+class Installed {
+ public:
+  explicit Installed(CliHost& host) : before_(CHost::SetCurrent(&host)) {}
+  Installed(const Installed&) = delete;
+  Installed& operator=(const Installed&) = delete;
+  ~Installed() { CHost::SetCurrent(before_); }
+
+ private:
+  CHost* before_;
+};
+
+int Run(int argc, const char* const* argv) {
+  if (argc < 2) throw UsageError("no command");
+  const std::string_view first = argv[1];
+  if (first == "--help" || first == "-h" || first == "help") {
+    PrintHelp();
+    return kDone;
   }
-  if (name == "--version") {
+  if (first == "--version") {
     std::puts("vexel " VEXEL_VERSION);
     return kDone;
   }
-  const auto* command = std::find_if(kCommands.begin(), kCommands.end(),
-                                     [=](const Command& known) { return known.name == name; });
-  if (command == kCommands.end()) {
-    std::vector<std::string_view> names;
-    for (const Command& known : kCommands) names.push_back(known.name);
-    throw UsageError("unknown command \"" + std::string(name) + '"' + Hint(name, names) +
-                     " The commands are " + Joined(names));
-  }
+  const Command& command = CommandNamed(first);
   CliHost host;
-  CHost::SetCurrent(&host);
-  const int status = command->run(host, argc - 1, argv + 1);
-  CHost::SetCurrent(nullptr);
-  return status;
+  const Installed installed(host);
+  return command.run(argc - 1, argv + 1, host);
 }
 
-int Main(int argc, const char* const* argv) {
-  try {
-    return RunCommand(argc, argv);
-  } catch (const UsageError& wrong) {
-    Say(std::string(wrong.what()) + " (see vexel --help)");
-    return kWrongUsage;
-  } catch (const std::bad_alloc&) {
-    Say("out of memory");
-  } catch (const std::exception& failure) {
-    if (*failure.what() != '\0') Say(failure.what());
-  }
-  return kFailed;
+int SayUsage(const std::exception& error, const std::string& command) {
+  Say((command.empty() ? "" : command + ": ") + error.what());
+  std::fprintf(stderr, "Try 'vexel%s --help'.\n", command.empty() ? "" : (' ' + command).c_str());
+  return kWrongUsage;
 }
 
 }  // namespace
-}  // namespace vexel::cli
 
-int main(int argc, char** argv) { return vexel::cli::Main(argc, argv); }
+int main(int argc, char** argv) {
+  const auto isFirst = [=](const Command& command) { return argc > 1 && command.name == argv[1]; };
+  const bool isKnown = std::any_of(kCommands.begin(), kCommands.end(), isFirst);
+  try {
+    const int status = Run(argc, argv);
+    if (std::fflush(stdout) == 0) return status;
+    Say("standard output cannot be written");
+  } catch (const UsageError& error) {
+    return SayUsage(error, isKnown ? argv[1] : "");
+  } catch (const std::bad_alloc&) {
+    Say("out of memory");
+  } catch (const std::exception& error) {
+    if (*error.what() != '\0') Say(error.what());
+  }
+  return kFailed;
+}

@@ -1,15 +1,145 @@
 #include "page_html.h"
 
-#include <string_view>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "json_text.h"
+#include "page_parts.h"
 
 namespace vexel::cli {
 
 namespace {
 
-// Text for an element or a quoted attribute.
-std::string Escaped(std::string_view text) {
+std::string Text(const CString& text) { return std::string(text.View()); }
+
+// Replaces each "$NAME$" of a text by its value, in one pass, so that values may hold anything.
+std::string Filled(std::string_view pattern,
+                   std::initializer_list<std::pair<std::string_view, std::string>> values) {
+  std::string filled;
+  for (;;) {
+    const std::size_t open = pattern.find('$');
+    const std::size_t close = open == pattern.npos ? open : pattern.find('$', open + 1);
+    filled.append(pattern.substr(0, open));
+    if (close == pattern.npos) return filled;
+    const std::string_view name = pattern.substr(open + 1, close - open - 1);
+    const auto* value = std::find_if(values.begin(), values.end(),
+                                     [=](const auto& entry) { return entry.first == name; });
+    if (value != values.end()) filled += value->second;
+    pattern.remove_prefix(close + 1);
+  }
+}
+
+std::string CountText(std::size_t count, const std::string& one, const std::string& many) {
+  return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+// The slots of the legend that have a row, the one without data last.
+std::vector<std::size_t> LegendSlots(const CLegend& legend) {
+  std::vector<std::size_t> slots;
+  for (int i = 0; i < legend.numGroups; ++i) slots.push_back(static_cast<std::size_t>(i));
+  if (legend.IsMissingData() != 0) slots.push_back(CLegend::kNoDataSlot);
+  return slots;
+}
+
+std::string LabelOf(const CLegend& legend, std::size_t slot) {
+  const LegendGroup& group = legend.groups[slot];
+  return HtmlEscaped((legend.useGroupNames != 0 ? group.groupName : group.rangeLabel).View());
+}
+
+std::size_t SlotOf(const CLegend& legend, const std::optional<double>& value) {
+  const std::optional<int> group = value ? GroupOf(legend, *value) : std::nullopt;
+  return group ? static_cast<std::size_t>(*group) : CLegend::kNoDataSlot;
+}
+
+std::string SwatchStyles(const CLegend& legend) {
+  std::string styles;
+  for (const std::size_t slot : LegendSlots(legend)) {
+    styles +=
+        ".g" + std::to_string(slot) + "{background:" + ColorText(legend.groups[slot].color) + "}\n";
+  }
+  return styles;
+}
+
+// A cell that shows the colour of a group and its range.
+std::string GroupCell(const CLegend& legend, std::size_t slot) {
+  return "<i class=\"g" + std::to_string(slot) + "\"></i>" + LabelOf(legend, slot);
+}
+
+std::string LegendRows(const CLegend& legend) {
+  std::string rows;
+  for (const std::size_t slot : LegendSlots(legend)) {
+    rows += "<tr><th scope=\"row\">" + GroupCell(legend, slot) + "</th><td class=\"n\">" +
+            std::to_string(legend.groups[slot].count) + "</td></tr>\n";
+  }
+  return rows;
+}
+
+// The areas that an area lies in, the uppermost first and itself last, below the draw root.
+std::vector<const CMapOb*> PathOf(const CVELAMap& map, const CMapOb* area) {
+  std::vector<const CMapOb*> path{area};
+  while (path.back()->GetParent() != nullptr && path.back()->GetParent() != map.GetDrawRoot() &&
+         path.back() != map.GetDrawRoot()) {
+    path.push_back(path.back()->GetParent());
+  }
+  std::reverse(path.begin(), path.end());
+  return path;
+}
+
+// A heading for each level that the path of an area shows.
+std::string LevelHeadings(const View& view) {
+  std::string headings;
+  for (const CMapOb* node : PathOf(view.map, view.areas.front())) {
+    const int level = node->GetLevel();
+    const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
+    headings += "<th scope=\"col\">" +
+                (isNamed ? HtmlEscaped(view.map.GetLevelName(level).View()) : "Area") + "</th>";
+  }
+  return headings;
+}
+
+// One row of the table, and one entry of the list by which the script knows an area.
+void AppendArea(const View& view, const CMapOb& area, const std::string& value, std::string& rows,
+                std::string& entries) {
+  const std::vector<const CMapOb*> path = PathOf(view.map, &area);
+  std::string whole;
+  std::string cells;
+  for (const CMapOb* node : path) {
+    const std::string name = Text(node->GetName());
+    const bool isLast = node == path.back();
+    cells +=
+        (isLast ? "<th scope=\"row\">" : "<td>") + HtmlEscaped(name) + (isLast ? "</th>" : "</td>");
+    whole = whole.empty() ? name : name + ", " + whole;
+  }
+  const std::string key = KeyText(area.GetArea());
+  const std::size_t slot = SlotOf(view.legend, ValueOf(view, area));
+  rows += "<tr data-key=\"" + key + "\">" + cells + "<td class=\"n\">" + HtmlEscaped(value) +
+          "</td><td>" + GroupCell(view.legend, slot) + "</td></tr>\n";
+  entries += (entries.empty() ? "\"" : ",\n\"") + key + "\":[";
+  AppendJson(entries, std::string_view(whole));
+  entries += ',';
+  AppendJson(entries, std::string_view(value));
+  entries += ']';
+}
+
+// JSON that may stand in a script element: nothing in it can close one or open a comment.
+std::string ForScript(const std::string& json) {
+  std::string safe;
+  safe.reserve(json.size());
+  for (const char c : json) {
+    if (c == '<') {
+      safe += "\\u003c";
+    } else {
+      safe += c;
+    }
+  }
+  return safe;
+}
+
+}  // namespace
+
+std::string HtmlEscaped(std::string_view text) {
   std::string escaped;
-  escaped.reserve(text.size());
   for (const char c : text) {
     switch (c) {
       case '&':
@@ -34,109 +164,52 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
-constexpr std::string_view kStyle = R"(<style>
-:root { color-scheme: light; }
-body { margin: 1.5rem auto; max-width: 70rem; padding: 0 1rem; background: #fff; color: #1c1c28;
-  font: 100%/1.45 system-ui, sans-serif; }
-h1 { font-size: 1.25rem; margin: 0 0 .75rem; }
-figure { margin: 0; overflow-x: auto; }
-img { display: block; border: 1px solid #d8d8e0; }
-area { cursor: pointer; }
-#shown { position: sticky; top: 0; padding: .5rem .75rem; margin: 0 0 .75rem; min-height: 1.45em;
-  background: #eef1f8; border-left: .3rem solid #3b4cc0; }
-#shown b { font-variant-numeric: tabular-nums; }
-table { border-collapse: collapse; margin-top: 1rem; }
-caption { text-align: left; font-weight: 600; padding: .25rem 0; }
-th, td { padding: .15rem .75rem .15rem 0; border-bottom: 1px solid #e4e4ec; text-align: left;
-  font-weight: 400; }
-thead th { font-weight: 600; }
-td:last-child, thead th:last-child { text-align: right; font-variant-numeric: tabular-nums; }
-tr:target, tr.chosen { background: #fff3c4; }
-</style>
-)";
-
-// The link of an area line calls show() with the key as a query string. Codes that are not set have
-// a mark; the rest is the id of the area's row in the table, which has the name and the value.
-constexpr std::string_view kScript = R"(<script>
-const shown = document.getElementById('shown');
-function rowOf(query) {
-  const codes = [...query.matchAll(/&A(\d)=(-?\d+)/g)];
-  const key = Array(8).fill('0');
-  for (const [, level, code] of codes) key[level] = code;
-  while (key.length && key[key.length - 1] === '-99999999') key.pop();
-  return document.getElementById('k' + key.join('_'));
-}
-function tell(row) {
-  if (!row) return;
-  shown.textContent = row.cells[0].textContent + ': ';
-  shown.append(Object.assign(document.createElement('b'), { textContent: row.cells[1].textContent }));
-}
-function show(query) {
-  const row = rowOf(query);
-  document.querySelectorAll('tr.chosen').forEach((old) => old.classList.remove('chosen'));
-  if (!row) return;
-  tell(row);
-  row.classList.add('chosen');
-  row.scrollIntoView({ block: 'center' });
-}
-for (const area of document.querySelectorAll('area')) {
-  const row = rowOf(area.getAttribute('href'));
-  area.alt = row ? row.cells[0].textContent + ': ' + row.cells[1].textContent : '';
-}
-for (const event of ['mouseover', 'focusin']) {
-  document.getElementById('areas').addEventListener(event, (e) => {
-    if (e.target.matches('area')) tell(rowOf(e.target.getAttribute('href')));
-  });
-}
-</script>
-)";
-
-// A node's name with that of the area around it, which tells areas of one name apart.
-std::string FullName(const CMapOb& node) {
-  std::string name(node.GetName().View());
-  const CMapOb* around = node.GetParent();
-  if (around != nullptr && around->GetLevel() > 0)
-    name.append(", ").append(around->GetName().View());
-  return name;
-}
-
-}  // namespace
-
-void WritePageHead(CStdioFile& file, View& view, const ViewOptions& options,
-                   const std::string& picture) {
-  const std::string title = Escaped(view.map.GenerateTitle().View());
-  const std::string width = std::to_string(options.width);
-  const std::string height = std::to_string(options.height);
-  file.WriteString(
-      "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
-      title + "</title>\n");
-  file.WriteString(kStyle);
-  file.WriteString("</head>\n<body>\n<main>\n<h1>" + title +
-                   "</h1>\n<p id=\"shown\" role=\"status\">Point at an area to see its value.</p>\n"
-                   "<figure>\n<img src=\"" +
-                   Escaped(picture) + "\" width=\"" + width + "\" height=\"" + height +
-                   "\" alt=\"Map: " + title +
-                   ". All values stand in the table below.\" usemap=\"#areas\">\n</figure>\n"
-                   "<map name=\"areas\" id=\"areas\">\n");
-}
-
-void WritePageTail(CStdioFile& file, CliHost& host, View& view) {
-  const std::string variable = Escaped(SubjectOf(view));
-  file.WriteString(
-      "</map>\n<table>\n<caption>" + variable +
-      "</caption>\n<thead><tr><th scope=\"col\">Area</th><th scope=\"col\">Value</th></tr>"
-      "</thead>\n<tbody>\n");
-  std::string row;
-  for (const CMapOb* area : view.areas) {
-    row = "<tr id=\"k" + KeyText(area->GetArea(), "_") + "\"><th scope=\"row\">" +
-          Escaped(FullName(*area)) + "</th><td>" +
-          Escaped(ValueText(view, *area, host.GetSeparators(), "<no data>")) + "</td></tr>\n";
-    file.WriteString(row);
+std::string UrlEscaped(std::string_view path) {
+  constexpr std::string_view kPlain = "/-._~";
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string escaped;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool isAlphanumeric =
+        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    if (isAlphanumeric || kPlain.find(c) != kPlain.npos) {
+      escaped += c;
+    } else {
+      escaped += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+    }
   }
-  file.WriteString("</tbody>\n</table>\n</main>\n");
-  file.WriteString(kScript);
-  file.WriteString("</body>\n</html>\n");
+  return escaped;
+}
+
+std::string HtmlHead(View& view, const ViewOptions& options, const std::string& picture) {
+  const std::string title = HtmlEscaped(view.map.GenerateTitle().View());
+  const std::string alternative =
+      "Map: " + title + ". " + CountText(view.areas.size(), "area", "areas") + " in " +
+      CountText(static_cast<std::size_t>(view.legend.numGroups), "group", "groups") +
+      " of colour; the table below has all values.";
+  return Filled(kPageHead, {{"TITLE", title},
+                            {"SWATCHES", SwatchStyles(view.legend)},
+                            {"PICTURE", UrlEscaped(picture)},
+                            {"ALTERNATIVE", alternative},
+                            {"WIDTH", std::to_string(options.width)},
+                            {"HEIGHT", std::to_string(options.height)}});
+}
+
+std::string HtmlTail(View& view, CliHost& host) {
+  const NumberSeparators& separators = host.GetSeparators();
+  const std::string missing = Text(view.legend.noDataText);
+  std::string rows;
+  std::string entries;
+  for (const CMapOb* area : view.areas) {
+    AppendArea(view, *area, ValueText(view, *area, separators, missing), rows, entries);
+  }
+  return Filled(kPageTail, {{"LEGEND", HtmlEscaped(view.legend.title.View())},
+                            {"LEGENDROWS", LegendRows(view.legend)},
+                            {"TITLE", HtmlEscaped(view.map.GenerateTitle().View())},
+                            {"LEVELS", LevelHeadings(view)},
+                            {"VARIABLE", HtmlEscaped(SubjectOf(view))},
+                            {"ROWS", rows},
+                            {"VALUES", '{' + ForScript(entries) + '}'}});
 }
 
 }  // namespace vexel::cli

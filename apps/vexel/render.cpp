@@ -1,143 +1,146 @@
-// vexel render: a page from a data file.
+// A page as GIF, with its web page and its report.
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
+#include <memory>
 
 #include "arguments.h"
 #include "commands.h"
 #include "failure.h"
 #include "files.h"
 #include "page_html.h"
+#include "platform/exceptions.h"
 #include "render/mapgif.h"
 #include "report.h"
+#include "summary.h"
 #include "view.h"
-#include "view_options.h"
 
 namespace vexel::cli {
 
 namespace {
 
 struct Outputs {
-  std::string picture;
-  std::string html;
+  std::string picture;  // empty: after the data file
+  std::string html;     // empty: none
   std::string report;
 };
 
-using Pending = std::optional<PendingFile>;
-
-Pending Open(const std::string& name) {
-  return name.empty() ? Pending() : Pending(std::in_place, name);
+// Opens a file to be written, and tells when that is not possible.
+void OpenOutput(CFile& file, const std::string& path) {
+  if (file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
+    throw Failure(path, "cannot be opened for writing");
+  }
 }
 
-// Draws the map, with its area lines in a web page when there is to be one.
-void DrawMap(CliHost& host, View& view, const ViewOptions& options, const Outputs& outputs,
-             CMapGif& page, PendingFile* html) {
-  if (html == nullptr) {
-    page.DrawMap(view.map.GetDrawRoot(), "");
-    return;
+// Makes sure that the file has taken everything, though it does not stand in its place yet.
+void Settle(CFile& file, const std::string& name) {
+  if (!file.IsOpen()) return;
+  file.Flush();
+  if (file.HasFailed()) throw Failure(name, "cannot be written");
+}
+
+void CheckOutputs(const Outputs& outputs, const ViewOptions& options) {
+  const std::array<const std::string*, 5> names{&outputs.picture, &outputs.html, &outputs.report,
+                                                &options.data, &options.map};
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (names[i]->empty()) continue;
+    const auto isSame = [&](const std::string* other) { return *other == *names[i]; };
+    // Standard input and standard output go by one name and are two things.
+    const std::size_t end = IsStandard(*names[i]) ? 3 : names.size();
+    if (std::any_of(names.begin() + i + 1, names.begin() + end, isSame)) {
+      throw UsageError(*names[i] + " cannot be written as two things");
+    }
   }
-  // The page finds its picture from where it lies itself.
-  const std::string picture = IsStandard(outputs.picture)
-                                  ? "page.gif"
-                                  : RelativeTo(outputs.picture, FolderOf(outputs.html));
+  if (IsStandard(outputs.picture) && !outputs.html.empty()) {
+    throw UsageError("--html needs a picture with a name: -o PAGE.gif");
+  }
+}
+
+// The picture's name when none is given: that of the data file, in the working folder.
+std::string PictureFor(const std::string& data) {
+  if (IsStandard(data)) return "page.gif";
+  return WithExtension(data.substr(FolderOf(data).size()), ".gif");
+}
+
+void DrawAreas(View& view, CMapGif& page) {
   try {
-    WritePageHead(*html, view, options, picture);
-    page.SetHtmlFile(html);
-    page.DrawMap(view.map.GetDrawRoot(), kAreaLink);
-    page.SetHtmlFile(nullptr);
-    WritePageTail(*html, host, view);
-  } catch (const CFileException&) {
-    throw Failure(outputs.html, "cannot be written");
+    page.DrawMap(view.map.GetDrawRoot(), CVELAString(kAreaUrl));
+    for (CMapOb* area : view.outlines) page.DrawOutline(area);
+  } catch (const CInvalidArgException&) {
+    throw Failure("a polygon of the map has no points");
   }
-  html->Complete();
+}
+
+void DrawPage(View& view, const ViewOptions& options, CMapGif& page) {
+  DrawAreas(view, page);
+  if (!options.noTitle) page.DrawTitle();
+  if (!options.noLegend) page.DrawLegend();
+  for (CMapOb* area : view.boxes) page.DrawValueBox(area);
 }
 
 // Every output is complete before the first of them takes its place.
-void DrawPage(CliHost& host, View& view, const ViewOptions& options, const Outputs& outputs) {
+void WritePage(View& view, const ViewOptions& options, const Outputs& outputs, CliHost& host) {
   const SignalHold hold;
-  Pending html = Open(outputs.html);
-  Pending report = Open(outputs.report);
-  WriteThrough(outputs.picture, [&](const std::string& path) {
-    CMapGif page(&view.map, &view.legend, &view.data, path.c_str());
-    page.PrepareCoords(options.width, options.height);
-    page.ApplyCoords();
-    DrawMap(host, view, options, outputs, page, html ? &*html : nullptr);
-    for (CMapOb* area : view.outlines) page.DrawOutline(area);
-    if (!options.noTitle) page.DrawTitle();
-    if (!options.noLegend) page.DrawLegend();
-    for (CMapOb* area : view.boxes) page.DrawValueBox(area);
-    if (report) {
-      const std::string text = ReportText(view, page, options, host);
-      report->Write(text.data(), text.size());
-      report->Complete();
-    }
-    host.SetSubject(outputs.picture);
-    if (page.Save() == 0) throw Failure();
-  });
-  if (html) html->Deliver();
-  if (report) report->Deliver();
-}
+  const LibraryOutput picture(outputs.picture);
+  const LibraryOutput html(outputs.html);
+  CMapGif page(&view.map, &view.legend, &view.data, CString(std::string_view(picture.Path())));
+  page.PrepareCoords(options.width, options.height);
+  page.ApplyCoords();
 
-// The groups with their ranges and numbers of areas, and what found no place.
-std::string Summary(const CliHost& host, const View& view) {
-  const CLegend& legend = view.legend;
-  std::size_t longest = 0;
-  const auto row = [&](int i) -> const LegendGroup& {
-    return legend.groups[static_cast<std::size_t>(i)];
-  };
-  const auto label = [&](const LegendGroup& group) {
-    std::string text(group.rangeLabel.View());
-    if (legend.useGroupNames != 0) text.append(" (").append(group.groupName.View()).append(")");
-    return text;
-  };
-  for (int i = 0; i < legend.numGroups; ++i) longest = std::max(longest, label(row(i)).size());
-  std::string text;
-  const auto add = [&](std::string name, int count) {
-    name.resize(std::max(longest, name.size()), ' ');
-    std::string number = std::to_string(count);
-    number.insert(0, number.size() < 8 ? 8 - number.size() : 0, ' ');
-    text.append(name).append(number).append(" areas\n");
-  };
-  for (int i = 0; i < legend.numGroups; ++i) add(label(row(i)), row(i).count);
-  if (legend.IsMissingData() != 0) add(std::string(legend.noDataText.View()), legend.numMissing);
-
-  constexpr std::size_t kShown = 3;
-  const auto& lost = host.GetLostRows();
-  if (lost.empty()) return text;
-  text += std::to_string(lost.size()) + " rows of the data file found no area:";
-  for (std::size_t i = 0; i < std::min(kShown, lost.size()); ++i) {
-    text.append(i == 0 ? " " : "; ").append(lost[i].codes).append(" ").append(lost[i].name);
+  CStdioFile htmlFile;
+  if (!outputs.html.empty()) {
+    OpenOutput(htmlFile, html.Path());
+    const std::string folder = IsStandard(outputs.html) ? "" : FolderOf(outputs.html);
+    htmlFile.WriteString(HtmlHead(view, options, RelativeTo(outputs.picture, folder)));
+    page.SetHtmlFile(&htmlFile);
   }
-  return text.append(lost.size() > kShown ? "; ...\n" : "\n");
+  DrawPage(view, options, page);
+  if (!outputs.html.empty()) htmlFile.WriteString(HtmlTail(view, host));
+  CFile reportFile;
+  const std::string report = outputs.report.empty() ? "" : ReportText(view, page, options, host);
+  const bool reportHasFile = !outputs.report.empty() && !IsStandard(outputs.report);
+  if (reportHasFile) {
+    OpenOutput(reportFile, outputs.report);
+    reportFile.Write(report.data(), report.size());
+  }
+  Settle(htmlFile, outputs.html);
+  Settle(reportFile, outputs.report);
+
+  host.SetSubject(outputs.picture);
+  if (page.Save() == 0) throw Failure();
+  if (htmlFile.Close() == 0) throw Failure(outputs.html, "cannot be written");
+  if (reportFile.Close() == 0) throw Failure(outputs.report, "cannot be written");
+  if (IsStandard(outputs.report)) WriteText(outputs.report, report);
+  picture.Deliver();
+  html.Deliver();
 }
 
 }  // namespace
 
-int Render(CliHost& host, int argc, const char* const* argv) {
-  Arguments arguments("render", "Draw a page from a data file.",
-                      "vexel render us-counties.mdf --var \"Unemployment rate 2009\" --level 2 \\\n"
-                      "      --html counties.html -o counties.gif");
+int Render(int argc, const char* const* argv, CliHost& host) {
   ViewOptions options;
   Outputs outputs;
-  AddViewOptions(arguments, options);
-  arguments.Group("Results");
-  arguments.Option("-o,--output", "FILE", "Picture [the name of DATA with .gif]", outputs.picture);
-  arguments.Option("--html", "FILE", "Web page around the picture, with an image map",
+  Arguments arguments("render",
+                      "Draw a map page as a GIF. Without -o the picture gets the name of DATA and"
+                      " stands in the working folder; - is standard output.",
+                      "vexel render counties.mdf --level 2 --var \"Unemployment rate 2009\" "
+                      "-o page.gif --html page.html");
+  arguments.Group("Output");
+  arguments.Option("-o,--output", "FILE", "The picture", outputs.picture);
+  arguments.Option("--html", "FILE", "A web page around the picture that tells each area's value",
                    outputs.html);
   arguments.Option("--report", "FILE", "What the page was made from, as JSON", outputs.report);
+  AddViewOptions(arguments, options);
   if (!arguments.Parse(argc, argv)) return kDone;
   Settle(options);
-  if (outputs.picture.empty()) {
-    outputs.picture = IsStandard(options.data) ? "page.gif" : WithExtension(options.data, ".gif");
-  }
+  if (outputs.picture.empty()) outputs.picture = PictureFor(options.data);
+  CheckOutputs(outputs, options);
+
   View view;
   BuildView(view, options, host);
-  DrawPage(host, view, options, outputs);
-  if (!options.quiet) std::fputs(Summary(host, view).c_str(), stderr);
+  WritePage(view, options, outputs, host);
+  if (!options.quiet) std::fputs(SummaryText(view, host).c_str(), stderr);
   return kDone;
 }
 

@@ -1,33 +1,39 @@
-// vexel tree: the areas of a map as a listing.
+// The tree of a map's areas as a listing for a web page.
 
 #include "arguments.h"
 #include "commands.h"
 #include "failure.h"
 #include "files.h"
 #include "load.h"
-#include "map/map.h"
 
 namespace vexel::cli {
 
-int Tree(CliHost& host, int argc, const char* const* argv) {
+int Tree(int argc, const char* const* argv, CliHost& host) {
   std::string input;
-  std::string output = "-";
+  std::string output;
   std::string baseUrl;
-  Arguments arguments(
-      "tree", "List the areas of a map with the links of their keys.",
-      "vexel tree us-counties.map -o areas.txt --base-url https://example.org/area?");
+  bool hasBaseUrl = false;
+  Arguments arguments("tree", "List the areas of a map, group by group, for a web page.",
+                      "vexel tree counties.map -o counties.tree --base-url http://maps.example/?");
   arguments.Positional("MAP", "Text or compiled map", input);
-  arguments.Option("-o,--output", "FILE", "Listing to write; \"-\" is standard output (default)",
-                   output);
-  arguments.Option("--base-url", "URL", "What the links begin with", baseUrl);
+  arguments.Option("-o,--output", "FILE", "The listing, or - for standard output", output);
+  arguments.Option("--base-url", "URL", "What the links of all areas begin with",
+                   [&](std::string_view text) {
+                     baseUrl = text;
+                     hasBaseUrl = true;
+                   });
   if (!arguments.Parse(argc, argv)) return kDone;
+  if (output.empty()) throw UsageError("-o is missing");
+  if (!hasBaseUrl) throw UsageError("--base-url is missing");
+
   CVELAMap map;
   LoadMap(map, input, 0, host);
   WriteThrough(output, [&](const std::string& path) {
-    const SignalHold hold;
-    if (map.WriteTreeFile(path.c_str(), baseUrl.c_str()) == 0) {
-      throw Failure(output, "cannot be written");
+    if (map.WriteTreeFile(CVELAString(std::string_view(path)),
+                          CVELAString(std::string_view(baseUrl))) != 0) {
+      return true;
     }
+    throw Failure(output, "cannot be written");
   });
   return kDone;
 }

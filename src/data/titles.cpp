@@ -26,12 +26,12 @@ CVELAString CVELAMap::GenerateTitle() {
 
 CVELAString CVELAMap::GetDataStr(CMapOb* node) {
   if (data == nullptr) AfxThrowInvalidArgException();
-  const CVELAString noData{vexel::MessageText(vexel::Message::noData)};
+  const auto noData = [] { return CVELAString(vexel::MessageText(vexel::Message::noData)); };
   const CAreaData* row = data->FindAreaData(node->GetArea());
-  if (row == nullptr) return noData;
+  if (row == nullptr) return noData();
   const int column = data->GetSelected();
   const double value = row->GetValue(column);
-  if (value == NO_DATA_VALUE) return noData;
+  if (value == NO_DATA_VALUE) return noData();
   const int decimals = data->GetVarDecs(column);
   const vexel::NumberSeparators separators = vexel::MachineSeparators({0, '.'});
   return d2txt(value, static_cast<unsigned>(std::max(decimals, 0)), separators.thousand,

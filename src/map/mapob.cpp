@@ -45,11 +45,13 @@ int CMapOb::Find(const CAreaStruct& key, CMapOb*& found) {
 CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) {
   const auto unsetFrom = [&](std::size_t code) {
     CAreaStruct cut = key;
-    if (code < cut.codes.size()) std::fill(cut.codes.begin() + code, cut.codes.end(), cut.kUnset);
+    if (code < cut.codes.size())
+      std::fill(cut.codes.begin() + code, cut.codes.end(), CAreaStruct::kUnset);
     return cut;
   };
   CAreaStruct parentKey = key;
-  parentKey.codes[static_cast<std::size_t>(key.GetLevelWithLeadingZeros() - 1)] = key.kUnset;
+  parentKey.codes[static_cast<std::size_t>(key.GetLevelWithLeadingZeros() - 1)] =
+      CAreaStruct::kUnset;
   if (area == parentKey) {
     auto node = std::make_unique<CMapOb>(nodeName, key);
     InsertInOrder(node.get());

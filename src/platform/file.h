@@ -74,8 +74,10 @@ class VEXEL_API CFile : public CObject {
   // Nonzero when there is such a file; the record is filled only then.
   static int GetStatus(const char* path, CFileStatus& status);
 
- protected:
+  // Hands what is buffered to the system, so that HasFailed tells of all that was written.
   void Flush();
+
+ protected:
   void SetFailed() noexcept { failed_ = true; }
   bool IsWriting() const noexcept { return writing_; }
 

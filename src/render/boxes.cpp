@@ -98,7 +98,7 @@ void CMapGif::DrawValueBox(CMapOb* node) {
   const std::string value = vexel::DrawnText(vexel::Need(map).GetDataStr(node).View());
   const CPoint corner = ValueBoxCorner(area);
 
-  const Wide boxWidth = std::max(TextWidth(name), TextWidth(value)) + 2 * kValueTextLeft;
+  const Wide boxWidth = std::max(TextWidth(name), TextWidth(value)) + 2 * Wide{kValueTextLeft};
   const Wide left = corner.x - std::max<Wide>(corner.x + boxWidth - width + 1, 0);
   const Wide top = corner.y - std::max<Wide>(Wide{corner.y} + kValueBoxHeight - height + 1, 0);
   const Wide right = left + boxWidth - 1;

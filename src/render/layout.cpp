@@ -78,7 +78,7 @@ void CMapGif::ApplyCoords() { CreateImage(); }
 
 // The legend below the map.
 void CMapGif::LayOutWide(int extentWidth, int extentHeight, int legendWidth, int legendHeight) {
-  const int mapHeight = Quotient(Wide{width} - 2 * kMargin, extentHeight, extentWidth);
+  const int mapHeight = Quotient(Wide{width} - 2 * Wide{kMargin}, extentHeight, extentWidth);
   const Wide mapTop = Centred(height, mapHeight, 0);
   mapRect = MakeRect(kMargin, mapTop, Wide{width} - kMargin, mapTop + mapHeight);
   const Wide legendTop = Wide{mapRect.bottom} + kMargin;
@@ -132,7 +132,7 @@ void CMapGif::ShrinkTall(std::int64_t over, int legendWidth, int legendHeight) {
   const Wide newWidth = mapWidth - (over + (Wide{kMargin} - mapRect.left));
   const int part = Quotient(newWidth, kThousandths, mapWidth);
   const int newHeight = Quotient(part, mapHeight, kThousandths);
-  const Wide used = Wide{legendHeight} + kTitleHeight + newHeight + 3 * kMargin;
+  const Wide used = Wide{legendHeight} + kTitleHeight + newHeight + 3 * Wide{kMargin};
   if (used > height) {
     const Wide bottom = Wide{newHeight} + kMapTop;
     mapRect = MakeRect(kMargin, kMapTop, newWidth + kMargin, bottom);
@@ -145,7 +145,7 @@ void CMapGif::ShrinkTall(std::int64_t over, int legendWidth, int legendHeight) {
 
 // The map takes what height the legend and the title leave.
 void CMapGif::MoveLegendBelow(int mapWidth, int mapHeight, int legendWidth, int legendHeight) {
-  const Wide newHeight = Wide{height} - 3 * kMargin - legendHeight - kTitleHeight;
+  const Wide newHeight = Wide{height} - 3 * Wide{kMargin} - legendHeight - kTitleHeight;
   const int newWidth = Quotient(mapWidth, newHeight, mapHeight);
   const Wide mapLeft = Centred(width, newWidth, kMargin);
   mapRect = MakeRect(mapLeft, kMapTop, mapLeft + newWidth, newHeight + kMapTop);

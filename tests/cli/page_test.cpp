@@ -202,6 +202,13 @@ TEST_F(Cli, WritesAPageWithEveryAreaAndPolygon) {
   EXPECT_EQ(folder.List(), (std::vector<std::string>{"land.map", "land.mdf", "pages", "pictures"}));
 }
 
+// Only the counties of the state on show are painted and have links.
+TEST_F(Cli, ZoomedPageShowsTheAreaAlone) {
+  const std::string sample = VEXEL_SAMPLES_DIR "/us-conus.mdf";
+  ASSERT_EQ(Call("render " + sample + " --zoom 16 -o a.gif --html a.html").status, 0);
+  EXPECT_EQ(CountOf(folder.Read("a.html"), "<area shape"), 44U);
+}
+
 TEST_F(Cli, ReportsNamesAsTheyAre) {
   const Json report = Report("land.mdf --level 2 --zoom 1");
   ASSERT_EQ(report["areas"].size(), 2U);
