@@ -41,7 +41,7 @@ class StreamFile {
   int Descriptor() const { return ::fileno(file_.get()); }
 
   void Fill(std::string_view bytes) {
-    std::fwrite(bytes.data(), 1, bytes.size(), file_.get());
+    if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file_.get());
     std::rewind(file_.get());
   }
 
