@@ -148,6 +148,17 @@ bool CSpecFile::NextLine(Line& line) {
   return true;
 }
 
+bool CSpecFile::NextPoint(double& x, double& y) {
+  if (ungot_ || buffer_ == nullptr) return false;
+  std::string_view rest(buffer_.get() + next_, filled_ - next_);
+  if (!vexel::TakePlainDecimal(rest, x) || !rest.starts_with(' ')) return false;
+  rest.remove_prefix(1);
+  if (!vexel::TakePlainDecimal(rest, y) || !rest.starts_with('\n')) return false;
+  Consume(filled_ - rest.size() + 1);
+  ++lineNumber;
+  return true;
+}
+
 unsigned CSpecFile::GetLine(CVELAString& command, CVELAString& argument, bool /*unused*/) {
   Line line;
   NextLine(line);

@@ -45,6 +45,10 @@ class VEXEL_API CSpecFile : public CStdioFile {
   // The same without a copy: false, with the state 2, at the end of the file.
   bool NextLine(Line& line);
 
+  // Takes the next line if it is nothing but two plain decimals with a blank between, as most lines
+  // of a map are; else false, and the line is still to come. It cannot be given back.
+  bool NextPoint(double& x, double& y);
+
   // The next line taken is the last one again.
   void UngetLine() noexcept { ungot_ = !current_.empty(); }
 

@@ -58,34 +58,6 @@ std::string_view CutToken(std::string_view& text, IsDelimiter isDelimiter) noexc
   return {first, static_cast<std::size_t>(last - first)};
 }
 
-// Reads a text that is digits with at most one point among them, and few enough of them: that is
-// what files hold. The digits as one whole number and the power of ten are doubles without
-// rounding then, so that their quotient is rounded once, and correctly.
-bool ReadPlainDecimal(std::string_view text, double& value) noexcept {
-  constexpr std::array kPowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  constexpr std::size_t kMostDigits = 15;
-  if (text.size() > kMostDigits + 1) return false;
-  std::uint64_t digits = 0;
-  std::size_t point = text.size();
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (IsDigit(text[i])) {
-      digits = 10 * digits + static_cast<std::uint64_t>(text[i] - '0');
-    } else if (text[i] == '.' && point == text.size()) {
-      point = i;
-    } else {
-      return false;
-    }
-  }
-  if (point == text.size()) {
-    if (text.size() > kMostDigits) return false;
-    value = static_cast<double>(digits);
-    return !text.empty();
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[text.size() - point - 1];
-  return text.size() > 1;
-}
-
 // The digits with a separator between groups of three, counted from the right.
 void AppendGrouped(std::string& text, std::string_view digits, char separator) {
   for (std::size_t i = 0; i < digits.size(); ++i) {
@@ -175,6 +147,38 @@ std::string_view TakeToken(std::string_view& text, std::string_view delimiters) 
   return CutToken(text, [only = delimiters.front()](char c) { return c == only; });
 }
 
+bool TakePlainDecimal(std::string_view& text, double& value) noexcept {
+  // The digits as one whole number and the power of ten are doubles without rounding here, so that
+  // their quotient is rounded once, and correctly.
+  static constexpr std::array kPowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::ptrdiff_t kMostDigits = kPowersOfTen.size() - 1;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  std::uint64_t digits = 0;
+  const auto takeDigits = [&] {
+    const char* const first = at;
+    for (; at != end && IsDigit(*at); ++at) {
+      digits = 10 * digits + static_cast<std::uint64_t>(*at - '0');
+    }
+    return at - first;
+  };
+  const bool negative = text.starts_with('-');
+  if (negative) ++at;
+  std::ptrdiff_t count = takeDigits();
+  std::ptrdiff_t decimals = 0;
+  if (at != end && *at == '.') {
+    ++at;
+    decimals = takeDigits();
+    count += decimals;
+  }
+  if (count == 0 || count > kMostDigits) return false;
+  value = static_cast<double>(digits) / kPowersOfTen[static_cast<std::size_t>(decimals)];
+  if (negative) value = -value;
+  text = {at, static_cast<std::size_t>(end - at)};
+  return true;
+}
+
 bool IsWholeNumber(std::string_view text) noexcept {
   if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
   return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
@@ -197,7 +201,8 @@ double ToNumber(std::string_view text) noexcept {
   const std::size_t first = text.starts_with('-') ? 1 : 0;
   if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return 0.0;
   double value = 0.0;
-  if (ReadPlainDecimal(text.substr(first), value)) return first == 0 ? value : -value;
+  std::string_view rest = text;
+  if (TakePlainDecimal(rest, value) && rest.empty()) return value;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec != std::errc::result_out_of_range) return value;
   return OutOfRange(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));

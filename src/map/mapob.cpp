@@ -57,9 +57,10 @@ CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) 
     InsertInOrder(node.get());
     return node.release();
   }
-  // From a node that is no ancestor of the key no path leads to its place.
-  const bool isAncestor =
-      level >= 0 && level < key.GetLevel() && area == unsetFrom(static_cast<std::size_t>(level));
+  // From a node that is no ancestor of the key no path leads to its place. The root is one of every
+  // key, whatever its own is.
+  const bool isAncestor = level >= 0 && level < key.GetLevel() - 1 &&
+                          (level == 0 || area == unsetFrom(static_cast<std::size_t>(level)));
   if (!isAncestor) AfxThrowInvalidArgException();
   const CAreaStruct pathKey = unsetFrom(static_cast<std::size_t>(level) + 1);
   const auto* onPath = std::find_if(children.begin(), children.end(),

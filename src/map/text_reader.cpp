@@ -205,33 +205,53 @@ bool CMapOb::BuildKey(std::string_view codes) {
 int CPolygon::Build(CSpecFile& spec, CProgressDlg* progress, CRectF& polygonBounds,
                     CRectF& fileBounds) {
   constexpr int kPointsPerProgress = 5;
-  polygonBounds = EmptyBounds();
+  CRectF bounds = EmptyBounds();
+  int built = 1;
   hole = 0;
-  CSpecFile::Line line;
-  while (spec.state == 0 && spec.NextLine(line)) {
-    if (line.IsHeading()) {
-      spec.UngetLine();
-      return 1;
+  while (built != 0 && spec.state == 0) {
+    double x = 0.0;
+    double y = 0.0;
+    if (!spec.NextPoint(x, y)) {
+      const AfterLine after = BuildLine(spec, x, y);
+      if (after == AfterLine::ends) break;
+      if (after == AfterLine::goOn) continue;
+      built = after == AfterLine::point ? 1 : 0;
+      if (built == 0) break;
     }
-    if (line.command.front() == 'H') {
-      hole = 1;
-      continue;
-    }
-    const std::string_view x = vexel::TakeToken(line.command, " ");
-    const std::string_view y = vexel::TakeToken(line.command, " ");
-    if (y.empty()) {
-      CVELAString(vexel::FormatMessage(Message::badCoordinates, spec.lineNumber)).MessageBoxA(0);
-      return 0;
-    }
-    const tagVELAPOINTF point{vexel::NarrowToFloat(vexel::ToNumber(x)),
-                              vexel::NarrowToFloat(vexel::ToNumber(y))};
+    const tagVELAPOINTF point{vexel::NarrowToFloat(x), vexel::NarrowToFloat(y)};
     AddPointF(point);
-    Widen(polygonBounds, point);
-    Widen(fileBounds, point);
-    if (progress != nullptr && GetSizeF() % kPointsPerProgress == 0 &&
-        IsCancelled(spec, progress)) {
-      return 0;
+    Widen(bounds, point);
+    if (progress != nullptr && GetSizeF() % kPointsPerProgress == 0) {
+      built = IsCancelled(spec, progress) ? 0 : 1;
     }
   }
-  return 1;
+  polygonBounds = bounds;
+  if (bounds.left <= bounds.right) {
+    Widen(fileBounds, {bounds.left, bounds.top});
+    Widen(fileBounds, {bounds.right, bounds.bottom});
+  }
+  return built;
+}
+
+// Any line but a plain point.
+CPolygon::AfterLine CPolygon::BuildLine(CSpecFile& spec, double& x, double& y) {
+  CSpecFile::Line line;
+  if (!spec.NextLine(line)) return AfterLine::ends;
+  if (line.IsHeading()) {
+    spec.UngetLine();
+    return AfterLine::ends;
+  }
+  if (line.command.front() == 'H') {
+    hole = 1;
+    return AfterLine::goOn;
+  }
+  const std::string_view first = vexel::TakeToken(line.command, " ");
+  const std::string_view second = vexel::TakeToken(line.command, " ");
+  if (second.empty()) {
+    CVELAString(vexel::FormatMessage(Message::badCoordinates, spec.lineNumber)).MessageBoxA(0);
+    return AfterLine::stops;
+  }
+  x = vexel::ToNumber(first);
+  y = vexel::ToNumber(second);
+  return AfterLine::point;
 }

@@ -118,6 +118,9 @@ TEST_F(TextReader, BoundsCoverANodesOwnPolygonsWithTheLargestYInTop) {
   EXPECT_EQ(broken.GetNumChildren(), 1);
   EXPECT_EQ(ToText(broken.GetBoundRectF()), "1 9 7 -1");
   EXPECT_EQ(broken.longLat, 1);
+  ProbeMap ownPolygon;
+  EXPECT_EQ(Load(ownPolygon, Lines("M|MapName=M|G|E|P|8 8|9 9|bad")), 0);
+  EXPECT_TRUE(ownPolygon.GetBoundRectF().IsRectNull());
   ProbeMap further;
   EXPECT_EQ(Load(further, Lines(tree + "|U|P|8 8|9 9")), 1);
   EXPECT_EQ(ToText(further.GetBoundRectF()), "8 9 9 8");

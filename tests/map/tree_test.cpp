@@ -56,7 +56,11 @@ TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
   EXPECT_EQ(node->GetParent()->GetArea(), Key({3, 7}));
   EXPECT_EQ(root.InsertArea("deep", Key({1, 2, 3, 4, 5, 6, 7, 8}))->GetLevel(), 8);
   CMapOb stranger("S", Key({4, 4}));
-  EXPECT_THROW(stranger.InsertArea("lost", Key({1})), CInvalidArgException);
+  stranger.InsertArea("guest", Key({1, 1}));
+  EXPECT_EQ(Shape(stranger), "S{1{guest}}");  // a root may have any key
+  EXPECT_THROW(stranger.InsertArea("lost", Key({2})), CInvalidArgException);
+  EXPECT_THROW(stranger.GetChild(0)->InsertArea("lost", Key({2, 1, 1})), CInvalidArgException);
+  EXPECT_EQ(Shape(stranger), "S{1{guest}}");
 }
 
 TEST(InsertArea, KeepsTheOrderOfKeysAndPutsASecondOfOneKeyBehindTheFirst) {
