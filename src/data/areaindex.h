@@ -3,11 +3,11 @@
 #ifndef VEXEL_DATA_AREAINDEX_H_
 #define VEXEL_DATA_AREAINDEX_H_
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 #include <vector>
 
 #include "brindle/areastruct.h"
@@ -22,23 +22,41 @@ class AreaIndex {
  public:
   explicit AreaIndex(std::size_t expected)
       : slots_(std::bit_ceil(2 * expected + 1)),
-        seed_(std::bit_cast<std::uintptr_t>(slots_.data())) {}
-
-  void Add(Item* item) {
-    if (2 * (count_ + 1) > slots_.size()) Enlarge();
-    const std::uint64_t hash = Hash(item->GetArea());
-    Slot& slot = Probe(slots_, hash, item->GetArea());
-    if (slot.item != nullptr) return;
-    slot = {hash, item};
-    ++count_;
+        seed_(std::bit_cast<std::uintptr_t>(slots_.data())) {
+    entries_.reserve(expected);
   }
 
-  Item* Find(const CAreaStruct& key) const { return Probe(slots_, Hash(key), key).item; }
+  void Add(Item* item) {
+    if (2 * (entries_.size() + 1) > slots_.size()) Enlarge();
+    const CAreaStruct& key = item->GetArea();
+    const std::uint64_t hash = Hash(key);
+    Slot& slot = slots_[Probe(hash, key)];
+    if (slot.entry != 0) return;
+    entries_.push_back({key.codes, item});
+    slot = {UpperHalf(hash), static_cast<std::uint32_t>(entries_.size())};
+  }
+
+  // Mostly the areas are looked up in the order in which they were added.
+  Item* Find(const CAreaStruct& key) {
+    if (next_ >= entries_.size() || !AreSame(entries_[next_].codes, key.codes)) {
+      const std::uint32_t entry = slots_[Probe(Hash(key), key)].entry;
+      if (entry == 0) return nullptr;
+      next_ = entry - 1;
+    }
+    return entries_[next_++].item;
+  }
 
  private:
+  using Codes = std::array<std::int32_t, CAreaStruct::kNumCodes>;
+
+  // Every key once, with the first item that has it, in the order of adding.
+  struct Entry {
+    Codes codes;
+    Item* item;
+  };
   struct Slot {
-    std::uint64_t hash = 0;
-    Item* item = nullptr;
+    std::uint32_t hash = 0;   // the upper half of it
+    std::uint32_t entry = 0;  // counted from 1
   };
 
   // Keys come from files: the seed, which differs from run to run, keeps a file from being written
@@ -55,29 +73,41 @@ class AreaIndex {
     return hash;
   }
 
+  static std::uint32_t UpperHalf(std::uint64_t hash) noexcept {
+    return static_cast<std::uint32_t>(hash >> 32U);
+  }
+
+  // Spelled out: the library's comparison is a call.
+  static bool AreSame(const Codes& a, const Codes& b) noexcept {
+    std::int32_t difference = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) difference |= a[i] ^ b[i];
+    return difference == 0;
+  }
+
   // The slot that holds the key, or the empty one where it belongs.
-  template <typename Slots>
-  static auto& Probe(Slots& slots, std::uint64_t hash, const CAreaStruct& key) {
-    const std::size_t mask = slots.size() - 1;
+  std::size_t Probe(std::uint64_t hash, const CAreaStruct& key) const {
+    const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;
-    while (slots[at].item != nullptr &&
-           (slots[at].hash != hash || !(slots[at].item->GetArea() == key))) {
+    while (slots_[at].entry != 0 && (slots_[at].hash != UpperHalf(hash) ||
+                                     !AreSame(entries_[slots_[at].entry - 1].codes, key.codes))) {
       at = (at + 1) & mask;
     }
-    return slots[at];
+    return at;
   }
 
   void Enlarge() {
-    std::vector<Slot> larger(2 * slots_.size());
-    for (const Slot& slot : slots_) {
-      if (slot.item != nullptr) Probe(larger, slot.hash, slot.item->GetArea()) = slot;
+    slots_.assign(2 * slots_.size(), Slot{});
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+      const CAreaStruct& key = entries_[i].item->GetArea();
+      const std::uint64_t hash = Hash(key);
+      slots_[Probe(hash, key)] = {UpperHalf(hash), static_cast<std::uint32_t>(i + 1)};
     }
-    slots_ = std::move(larger);
   }
 
   std::vector<Slot> slots_;
+  std::vector<Entry> entries_;
+  std::size_t next_ = 0;  // behind the entry found last
   std::uint64_t seed_;
-  std::size_t count_ = 0;
 };
 
 }  // namespace vexel

@@ -96,7 +96,7 @@ void CVELAData::WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBas
   file.PutLine("");
   file.PutLine("[Data]");
   WriteHeader(file, tree);
-  const vexel::AreaIndex<CMapOb> nodes = vexel::IndexNodes(tree);
+  vexel::AreaIndex<CMapOb> nodes = vexel::IndexNodes(tree);
   std::string line;
   for (const CAreaData& row : areas) {
     line.clear();
