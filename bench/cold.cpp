@@ -93,13 +93,13 @@ double Least(const std::vector<double>& values) {
 }
 
 void Print(const std::vector<Command>& commands) {
-  std::cout << std::left << std::setw(34) << "process" << std::right;
+  std::cout << std::left << std::setw(42) << "process" << std::right;
   for (const char* title : {"wall ms", "least", "user ms", "sys ms", "peak MiB", "wall ratio"}) {
     std::cout << std::setw(11) << title;
   }
   std::cout << '\n' << std::fixed << std::setprecision(2);
   for (const Command& command : commands) {
-    std::cout << std::left << std::setw(34) << command.name << std::right;
+    std::cout << std::left << std::setw(42) << command.name << std::right;
     for (const double value :
          {Median(command.wall), Least(command.wall), Median(command.user), Median(command.system),
           Median(command.peak), Median(command.wall) / Median(commands.back().wall)}) {

@@ -16,7 +16,7 @@ namespace vexel {
 
 namespace {
 
-constexpr int kNameWidth = 34;
+constexpr int kNameWidth = 42;
 constexpr int kColumnWidth = 12;
 
 #ifdef __OPTIMIZE__
@@ -185,7 +185,8 @@ void TableReporter::PrintGrowth() const {
     if (small == nullptr || large == nullptr) continue;
     PrintName("per area, " + std::string(growth.large) + " to " +
               std::string(growth.small).substr(std::string_view(growth.small).find('/')));
-    PrintNumber(large->perArea / small->perArea, 2, "      <= 1.5\n");
+    const bool isFloor = std::string_view(growth.small).starts_with("Floor");
+    PrintNumber(large->perArea / small->perArea, 2, isFloor ? "\n" : "      <= 1.5\n");
   }
 }
 
