@@ -177,7 +177,7 @@ std::string FactsText(const Facts& facts) {
   std::string text;
   for (const auto& [name, value] : facts) {
     const std::size_t gap = name.size() < kNameWidth ? kNameWidth - name.size() : 1;
-    text += name + std::string(gap, ' ') + value + '\n';
+    text.append(name).append(gap, ' ').append(value).append("\n");
   }
   return text;
 }
@@ -211,7 +211,7 @@ std::string DataText(const Json& info, const CliHost& host) {
                                 {"label", info["label"]},
                                 {"levels", levels},
                                 {"rows", info["rows"].dump()},
-                                {"variables", info["variables"].size() == 0 ? "none" : ""}});
+                                {"variables", info["variables"].empty() ? "none" : ""}});
   Lines lines;
   for (const Json& variable : info["variables"]) {
     lines.push_back({variable["number"].dump() + "  " + variable["name"].get<std::string>(),

@@ -19,9 +19,9 @@ std::string Filled(std::string_view pattern,
   std::string filled;
   for (;;) {
     const std::size_t open = pattern.find('$');
-    const std::size_t close = open == pattern.npos ? open : pattern.find('$', open + 1);
+    const std::size_t close = open == std::string_view::npos ? open : pattern.find('$', open + 1);
     filled.append(pattern.substr(0, open));
-    if (close == pattern.npos) return filled;
+    if (close == std::string_view::npos) return filled;
     const std::string_view name = pattern.substr(open + 1, close - open - 1);
     const auto* value = std::find_if(values.begin(), values.end(),
                                      [=](const auto& entry) { return entry.first == name; });
@@ -37,6 +37,7 @@ std::string CountText(std::size_t count, const std::string& one, const std::stri
 // The slots of the legend that have a row, the one without data last.
 std::vector<std::size_t> LegendSlots(const CLegend& legend) {
   std::vector<std::size_t> slots;
+  slots.reserve(legend.groups.size());
   for (int i = 0; i < legend.numGroups; ++i) slots.push_back(static_cast<std::size_t>(i));
   if (legend.IsMissingData() != 0) slots.push_back(CLegend::kNoDataSlot);
   return slots;
@@ -107,8 +108,8 @@ void AppendArea(const View& view, const CMapOb& area, const std::string& value, 
   for (const CMapOb* node : path) {
     const std::string name = Text(node->GetName());
     const bool isLast = node == path.back();
-    cells +=
-        (isLast ? "<th scope=\"row\">" : "<td>") + HtmlEscaped(name) + (isLast ? "</th>" : "</td>");
+    cells += isLast ? "<th scope=\"row\">" : "<td>";
+    cells.append(HtmlEscaped(name)).append(isLast ? "</th>" : "</td>");
     whole = whole.empty() ? name : name + ", " + whole;
   }
   const std::string key = KeyText(area.GetArea());
@@ -172,7 +173,7 @@ std::string UrlEscaped(std::string_view path) {
     const auto byte = static_cast<unsigned char>(c);
     const bool isAlphanumeric =
         (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    if (isAlphanumeric || kPlain.find(c) != kPlain.npos) {
+    if (isAlphanumeric || kPlain.find(c) != std::string_view::npos) {
       escaped += c;
     } else {
       escaped += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
