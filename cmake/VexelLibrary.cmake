@@ -15,7 +15,6 @@ set_target_properties(vexel_objects PROPERTIES
   POSITION_INDEPENDENT_CODE ON
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON)
-target_compile_definitions(vexel_objects PRIVATE VEXEL_BUILDING)
 # Nobody replaces a function of ours at load time, so calls between them may be inlined.
 target_compile_options(vexel_objects PRIVATE -fno-semantic-interposition)
 target_include_directories(vexel_objects PUBLIC "${PROJECT_SOURCE_DIR}/src")
