@@ -1,10 +1,14 @@
 # bench/: vexel_bench measures within one process; vexel_floor and vexel_cold serve the comparison of
-# whole processes and know nothing of the library.
+# whole processes and know nothing of the library; vexel_soak draws pages for long.
 
 file(GLOB bench_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/bench/*.cpp")
 if(NOT bench_sources)
   return()
 endif()
+
+add_executable(vexel_soak bench/soak.cpp)
+target_compile_definitions(vexel_soak PRIVATE VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
+target_link_libraries(vexel_soak PRIVATE vexel_options vexel)
 
 # Whoever only installs a release need not have it.
 find_package(benchmark 1.7 QUIET)
@@ -13,7 +17,7 @@ if(NOT benchmark_FOUND)
   return()
 endif()
 
-list(FILTER bench_sources EXCLUDE REGEX "/(floor|cold)\\.cpp$")
+list(FILTER bench_sources EXCLUDE REGEX "/(floor|cold|soak)\\.cpp$")
 add_executable(vexel_bench ${bench_sources})
 target_compile_definitions(vexel_bench PRIVATE
   VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
