@@ -9,6 +9,7 @@
 #include "messages/messages.h"
 #include "platform/exceptions.h"
 #include "platform/host.h"
+#include "render/encode.h"
 #include "render/fill.h"
 #include "render/line.h"
 #include "render/need.h"
@@ -42,29 +43,13 @@ CPoint SizeFor(const CRect& source) {
   return {kLongerSide, vexel::Quotient(dy, kLongerSide, dx)};
 }
 
-// The bytes of a GIF file, in gd's own memory.
-class GifBytes {
- public:
-  explicit GifBytes(gdImageStruct& image) : bytes_(gdImageGifPtr(&image, &size_)) {}
-  GifBytes(const GifBytes&) = delete;
-  GifBytes& operator=(const GifBytes&) = delete;
-  ~GifBytes() {
-    if (bytes_ != nullptr) gdFree(bytes_);
-  }
-
-  bool WriteTo(const CString& path) const {
-    CFile file;
-    if (bytes_ == nullptr || size_ <= 0) return false;
-    const unsigned flags = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
-    if (file.Open(path.GetString(), flags) == 0) return false;
-    file.Write(bytes_, static_cast<std::size_t>(size_));
-    return file.Close() != 0;
-  }
-
- private:
-  int size_ = 0;
-  void* bytes_;
-};
+bool WriteBytes(std::span<const unsigned char> bytes, const CString& path) {
+  CFile file;
+  const unsigned flags = CFile::modeCreate | CFile::modeWrite | CFile::typeBinary;
+  if (file.Open(path.GetString(), flags) == 0) return false;
+  file.Write(bytes.data(), bytes.size());
+  return file.Close() != 0;
+}
 
 }  // namespace
 
@@ -130,7 +115,7 @@ void CGif::DrawOutlinePolygon(unsigned long color) { OutlineIn(GetRing(), GetRGB
 void CGif::FillPolygon(unsigned long color) { FillIn(GetRing(), GetRGB(color)); }
 
 int CGif::Save() {
-  if (GifBytes(GetImage()).WriteTo(fileName)) return 1;
+  if (WriteBytes(vexel::EncodeGif(GetImage()), fileName)) return 1;
   const CString text = CString(vexel::MessageText(vexel::Message::writeFailed)) + fileName;
   AfxMessageBox(text, CHost::warning, 0);
   return 0;
