@@ -11,7 +11,43 @@ namespace vexel::cli {
 
 namespace {
 
-std::string Text(const CString& text) { return std::string(text.View()); }
+// A text as it stands in a page or in an attribute.
+void AppendEscaped(std::string& to, std::string_view text) {
+  constexpr std::array<std::pair<char, std::string_view>, 5> kEntities{
+      {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}}};
+  for (;;) {
+    const std::size_t plain = std::min(text.find_first_of("&<>\"'"), text.size());
+    to.append(text.substr(0, plain));
+    if (plain == text.size()) return;
+    const auto isOf = [&](const auto& entity) { return entity.first == text[plain]; };
+    to += std::find_if(kEntities.begin(), kEntities.end(), isOf)->second;
+    text.remove_prefix(plain + 1);
+  }
+}
+
+std::string HtmlEscaped(std::string_view text) {
+  std::string escaped;
+  AppendEscaped(escaped, text);
+  return escaped;
+}
+
+// A path as it stands in a link.
+std::string UrlEscaped(std::string_view path) {
+  constexpr std::string_view kPlain = "/-._~";
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string escaped;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool isAlphanumeric =
+        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    if (isAlphanumeric || kPlain.find(c) != std::string_view::npos) {
+      escaped += c;
+    } else {
+      escaped += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+    }
+  }
+  return escaped;
+}
 
 // Replaces each "$NAME$" of a text by its value, in one pass, so that values may hold anything.
 std::string Filled(std::string_view pattern,
@@ -76,21 +112,23 @@ std::string LegendRows(const CLegend& legend) {
   return rows;
 }
 
-// The areas that an area lies in, the uppermost first and itself last, below the draw root.
-std::vector<const CMapOb*> PathOf(const CVELAMap& map, const CMapOb* area) {
-  std::vector<const CMapOb*> path{area};
+// Sets `path` to the areas that an area lies in, below the draw root: the uppermost first and
+// itself last.
+void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path) {
+  path.assign(1, area);
   while (path.back()->GetParent() != nullptr && path.back()->GetParent() != map.GetDrawRoot() &&
          path.back() != map.GetDrawRoot()) {
     path.push_back(path.back()->GetParent());
   }
   std::reverse(path.begin(), path.end());
-  return path;
 }
 
 // A heading for each level that the path of an area shows.
 std::string LevelHeadings(const View& view) {
   std::string headings;
-  for (const CMapOb* node : PathOf(view.map, view.areas.front())) {
+  std::vector<const CMapOb*> path;
+  FindPath(view.map, view.areas.front(), path);
+  for (const CMapOb* node : path) {
     const int level = node->GetLevel();
     const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
     headings += "<th scope=\"col\">" +
@@ -99,88 +137,79 @@ std::string LevelHeadings(const View& view) {
   return headings;
 }
 
-// One row of the table, and one entry of the list by which the script knows an area.
-void AppendArea(const View& view, const CMapOb& area, const std::string& value, std::string& rows,
-                std::string& entries) {
-  const std::vector<const CMapOb*> path = PathOf(view.map, &area);
-  std::string whole;
-  std::string cells;
-  for (const CMapOb* node : path) {
-    const std::string name = Text(node->GetName());
-    const bool isLast = node == path.back();
-    cells += isLast ? "<th scope=\"row\">" : "<td>";
-    cells.append(HtmlEscaped(name)).append(isLast ? "</th>" : "</td>");
-    whole = whole.empty() ? name : name + ", " + whole;
+// Writes what a page says of its areas, one after the other: of a large map that is more than the
+// map itself.
+class AreaWriter {
+ public:
+  AreaWriter(const View& view, CliHost& host, CStdioFile& file)
+      : view_(view),
+        separators_(host.GetSeparators()),
+        missing_(view.legend.noDataText.View()),
+        file_(file) {
+    for (std::size_t slot = 0; slot < groupCells_.size(); ++slot)
+      groupCells_[slot] = GroupCell(view.legend, slot);
   }
-  const std::string key = KeyText(area.GetArea());
-  const std::size_t slot = SlotOf(view.legend, ValueOf(view, area));
-  rows += "<tr data-key=\"" + key + "\">" + cells + "<td class=\"n\">" + HtmlEscaped(value) +
-          "</td><td>" + GroupCell(view.legend, slot) + "</td></tr>\n";
-  entries += (entries.empty() ? "\"" : ",\n\"") + key + "\":[";
-  AppendJson(entries, std::string_view(whole));
-  entries += ',';
-  AppendJson(entries, std::string_view(value));
-  entries += ']';
-}
 
-// JSON that may stand in a script element: nothing in it can close one or open a comment.
-std::string ForScript(const std::string& json) {
-  std::string safe;
-  safe.reserve(json.size());
-  for (const char c : json) {
-    if (c == '<') {
-      safe += "\\u003c";
-    } else {
-      safe += c;
+  // A row of the table for each area.
+  void WriteRows() {
+    for (const CMapOb* area : view_.areas) {
+      text_.assign("<tr data-key=\"").append(KeyText(area->GetArea())).append("\">");
+      FindPath(view_.map, area, path_);
+      for (const CMapOb* node : path_) {
+        const bool isLast = node == area;
+        text_ += isLast ? "<th scope=\"row\">" : "<td>";
+        AppendEscaped(text_, node->GetName().View());
+        text_ += isLast ? "</th>" : "</td>";
+      }
+      text_ += "<td class=\"n\">";
+      AppendEscaped(text_, ValueText(view_, *area, separators_, missing_));
+      text_.append("</td><td>").append(groupCells_[SlotOf(view_.legend, ValueOf(view_, *area))]);
+      text_ += "</td></tr>\n";
+      file_.WriteString(text_);
     }
   }
-  return safe;
-}
+
+  // The entries by which the script knows the areas: key, full name and value.
+  void WriteEntries() {
+    const char* between = "";
+    for (const CMapOb* area : view_.areas) {
+      text_.assign(between).append("\"").append(KeyText(area->GetArea())).append("\":[");
+      FindPath(view_.map, area, path_);
+      whole_.clear();
+      for (auto node = path_.rbegin(); node != path_.rend(); ++node) {
+        whole_.append(whole_.empty() ? "" : ", ").append((*node)->GetName().View());
+      }
+      AppendForScript(whole_);
+      text_ += ',';
+      AppendForScript(ValueText(view_, *area, separators_, missing_));
+      text_ += ']';
+      file_.WriteString(text_);
+      between = ",\n";
+    }
+  }
+
+ private:
+  // A string of JSON that may stand in a script element: nothing in it can close one or open a
+  // comment.
+  void AppendForScript(std::string_view string) {
+    const std::size_t begin = text_.size();
+    AppendJson(text_, string);
+    for (std::size_t at = begin; (at = text_.find('<', at)) != std::string::npos;) {
+      text_.replace(at, 1, "\\u003c");
+    }
+  }
+
+  const View& view_;
+  const NumberSeparators& separators_;
+  std::string missing_;
+  CStdioFile& file_;
+  std::array<std::string, CLegend::kNoDataSlot + 1> groupCells_;
+  std::vector<const CMapOb*> path_;
+  std::string text_;
+  std::string whole_;
+};
 
 }  // namespace
-
-std::string HtmlEscaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '\'':
-        escaped += "&#39;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
-}
-
-std::string UrlEscaped(std::string_view path) {
-  constexpr std::string_view kPlain = "/-._~";
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string escaped;
-  for (const char c : path) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool isAlphanumeric =
-        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    if (isAlphanumeric || kPlain.find(c) != std::string_view::npos) {
-      escaped += c;
-    } else {
-      escaped += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-    }
-  }
-  return escaped;
-}
 
 std::string HtmlHead(View& view, const ViewOptions& options, const std::string& picture) {
   const std::string title = HtmlEscaped(view.map.GenerateTitle().View());
@@ -196,21 +225,17 @@ std::string HtmlHead(View& view, const ViewOptions& options, const std::string& 
                             {"HEIGHT", std::to_string(options.height)}});
 }
 
-std::string HtmlTail(View& view, CliHost& host) {
-  const NumberSeparators& separators = host.GetSeparators();
-  const std::string missing = Text(view.legend.noDataText);
-  std::string rows;
-  std::string entries;
-  for (const CMapOb* area : view.areas) {
-    AppendArea(view, *area, ValueText(view, *area, separators, missing), rows, entries);
-  }
-  return Filled(kPageTail, {{"LEGEND", HtmlEscaped(view.legend.title.View())},
-                            {"LEGENDROWS", LegendRows(view.legend)},
-                            {"TITLE", HtmlEscaped(view.map.GenerateTitle().View())},
-                            {"LEVELS", LevelHeadings(view)},
-                            {"VARIABLE", HtmlEscaped(SubjectOf(view))},
-                            {"ROWS", rows},
-                            {"VALUES", '{' + ForScript(entries) + '}'}});
+void WriteHtmlTail(View& view, CliHost& host, CStdioFile& file) {
+  file.WriteString(Filled(kPageTable, {{"LEGEND", HtmlEscaped(view.legend.title.View())},
+                                       {"LEGENDROWS", LegendRows(view.legend)},
+                                       {"TITLE", HtmlEscaped(view.map.GenerateTitle().View())},
+                                       {"LEVELS", LevelHeadings(view)},
+                                       {"VARIABLE", HtmlEscaped(SubjectOf(view))}}));
+  AreaWriter areas(view, host, file);
+  areas.WriteRows();
+  file.WriteString(kPageValues);
+  areas.WriteEntries();
+  file.WriteString(kPageEnd);
 }
 
 }  // namespace vexel::cli

@@ -4,9 +4,9 @@
 #define VEXEL_APPS_VEXEL_PAGE_HTML_H_
 
 #include <string>
-#include <string_view>
 
 #include "host.h"
+#include "platform/file.h"
 #include "view.h"
 #include "view_options.h"
 
@@ -16,14 +16,11 @@ namespace vexel::cli {
 // area line closes.
 inline constexpr const char* kAreaUrl = "javascript:show('";
 
-// Everything up to the area lines, and everything behind them. `picture` is the path of the picture
-// as seen from the page.
+// Everything up to the area lines. `picture` is the path of the picture as seen from the page.
 std::string HtmlHead(View& view, const ViewOptions& options, const std::string& picture);
-std::string HtmlTail(View& view, CliHost& host);
 
-// A text as it stands in a page or in an attribute; a path as it stands in a link.
-std::string HtmlEscaped(std::string_view text);
-std::string UrlEscaped(std::string_view path);
+// Writes everything behind the area lines. Throws CFileException when the file does not take it.
+void WriteHtmlTail(View& view, CliHost& host, CStdioFile& file);
 
 }  // namespace vexel::cli
 

@@ -49,7 +49,8 @@ $SWATCHES$</style>
 <map name="map" id="map">
 )html";
 
-inline constexpr std::string_view kPageTail = R"html(</map>
+// Up to the rows of the table.
+inline constexpr std::string_view kPageTable = R"html(</map>
 <h2>$LEGEND$</h2>
 <table>
 <thead><tr><th scope="col">Group</th><th scope="col" class="n">Areas</th></tr></thead>
@@ -61,10 +62,15 @@ $LEGENDROWS$</tbody>
 <caption>$TITLE$</caption>
 <thead><tr>$LEVELS$<th scope="col" class="n">$VARIABLE$</th><th scope="col">Group</th></tr></thead>
 <tbody>
-$ROWS$</tbody>
+)html";
+
+// Up to the list of the areas' values.
+inline constexpr std::string_view kPageValues = R"html(</tbody>
 </table>
 </main>
-<script type="application/json" id="values">$VALUES$</script>
+<script type="application/json" id="values">{)html";
+
+inline constexpr std::string_view kPageEnd = R"html(}</script>
 <script>
 'use strict';
 const UNSET = -99999999;

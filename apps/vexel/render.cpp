@@ -96,7 +96,7 @@ void WritePage(View& view, const ViewOptions& options, const Outputs& outputs, C
     page.SetHtmlFile(&htmlFile);
   }
   DrawPage(view, options, page);
-  if (!outputs.html.empty()) htmlFile.WriteString(HtmlTail(view, host));
+  if (!outputs.html.empty()) WriteHtmlTail(view, host, htmlFile);
   CFile reportFile;
   const std::string report = outputs.report.empty() ? "" : ReportText(view, page, options, host);
   const bool reportHasFile = !outputs.report.empty() && !IsStandard(outputs.report);
@@ -137,7 +137,8 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   if (outputs.picture.empty()) outputs.picture = PictureFor(options.data);
   CheckOutputs(outputs, options);
 
-  View view;
+  // Kept to the end of the process, whose memory goes faster as a whole than node by node.
+  static View& view = *std::make_unique<View>().release();
   BuildView(view, options, host);
   WritePage(view, options, outputs, host);
   if (!options.quiet) std::fputs(SummaryText(view, host).c_str(), stderr);

@@ -183,20 +183,21 @@ class VEXEL_API CMapOb : public CObject {
   void LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild);
   void LoadKey(CArchive& ar, bool oldFormat);
 
+  // In this order, what every walk over the tree looks at comes first and stands close together.
+  vexel::GrowArray<CMapOb*> children{kGrowBy};
+  int level = 0;
+  int drawn = 0;
+  CAreaData* areaData = nullptr;
+  CMapOb* parent = nullptr;
+  std::uint32_t color = 0;
+  float angle = 0.0F;
+  vexel::GrowArray<CPolygon*> polygons{kGrowBy};
   CVELAString name;
   CAreaStruct area;
-  int level = 0;
-  CMapOb* parent = nullptr;
-  vexel::GrowArray<CMapOb*> children{kGrowBy};
   CRect boundRect;
   CRectF boundRectF;
-  vexel::GrowArray<CPolygon*> polygons{kGrowBy};
-  int drawn = 0;
-  std::uint32_t color = 0;
-  _TREEITEM* treeHandle = nullptr;
-  float angle = 0.0F;
   CRect hitTestRect;
-  CAreaData* areaData = nullptr;
+  _TREEITEM* treeHandle = nullptr;
 };
 
 #endif  // VEXEL_MAP_MAPOB_H_
