@@ -46,4 +46,7 @@ class VEXEL_API CAreaData : public CObject {
   vexel::GrowArray<double> values;
 };
 
+template <>
+inline constexpr bool vexel::kIsRelocatable<CAreaData> = true;
+
 #endif  // VEXEL_DATA_AREADATA_H_

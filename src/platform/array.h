@@ -17,6 +17,11 @@
 
 namespace vexel {
 
+// True for types whose objects may be moved as bytes, without a call. A type that only owns memory
+// says so by a specialisation.
+template <typename T>
+inline constexpr bool kIsRelocatable = std::is_trivially_copyable_v<T>;
+
 // A typed array with a size, a capacity and a grow-by that is fixed at construction.
 //
 // The capacity follows these rules and no others:
@@ -130,9 +135,6 @@ class GrowArray {
   // Room for this many bytes at least, when elements come one by one.
   static constexpr int kLeastBytes = 32;
 
-  // Trivial elements may be moved by the allocator, which can often grow a block where it stands.
-  static constexpr bool kRelocatable = std::is_trivially_copyable_v<T>;
-
   void CheckIndex(int index) const {
     if (index < 0 || index >= size_) AfxThrowInvalidArgException();
   }
@@ -180,7 +182,8 @@ class GrowArray {
 
   void MoveTo(int allocated) {
     const std::size_t bytes = static_cast<std::size_t>(allocated) * sizeof(T);
-    if constexpr (kRelocatable) {
+    // The allocator can often grow a block where it stands, and moves large ones page by page.
+    if constexpr (kIsRelocatable<T>) {
       void* moved = std::realloc(static_cast<void*>(data_), bytes);
       if (moved == nullptr) throw std::bad_alloc();
       data_ = static_cast<T*>(moved);
