@@ -48,8 +48,8 @@ bool AreEqual(const gdImageStruct& a, const gdImageStruct& b) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   if (size < kHead + 4) return -1;
-  const int width = 1 + bytes[0];
-  const int height = 1 + bytes[1];
+  const int width = 1 + bytes[0] % 64;
+  const int height = 1 + bytes[1] % 64;
   const std::vector<CPoint> ring = TakeRing(bytes + kHead, size - kHead);
   std::vector<gdPoint> points;
   for (const CPoint& point : ring) points.push_back({point.x, point.y});

@@ -72,7 +72,7 @@ void CheckLevel(const CVELAMap& map, int level) {
 void Collect(CMapOb* node, int level, std::vector<CMapOb*>& areas) {
   if (node->GetLevel() == level) areas.push_back(node);
   if (node->GetLevel() >= level) return;
-  for (int i = 0; i < node->GetNumChildren(); ++i) Collect(node->GetChild(i), level, areas);
+  node->ForEachChild([&](CMapOb& child) { Collect(&child, level, areas); });
 }
 
 void ChooseAreas(View& view, const ViewOptions& options) {

@@ -59,7 +59,7 @@ void CMapOb::SetAreaDataPointers(CVELAData* data) {
   for (int i = 0; i < data->GetNumAreas(); ++i) rows.Add(&data->GetAreaData(i));
   const auto point = [&](const auto& self, CMapOb& node) -> void {
     node.areaData = rows.Find(node.area);
-    for (CMapOb* child : node.children) self(self, *child);
+    node.ForEachChild([&](CMapOb& child) { self(self, child); });
   };
   point(point, *this);
 }

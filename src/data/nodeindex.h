@@ -16,7 +16,7 @@ inline AreaIndex<CMapOb> IndexNodes(CMapOb& root) {
   AreaIndex<CMapOb> index(static_cast<std::size_t>(count));
   const auto add = [&](const auto& self, CMapOb& node) -> void {
     index.Add(&node);
-    for (int i = 0; i < node.GetNumChildren(); ++i) self(self, *node.GetChild(i));
+    node.ForEachChild([&](CMapOb& child) { self(self, child); });
   };
   add(add, root);
   return index;

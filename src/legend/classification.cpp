@@ -24,7 +24,7 @@ void ForLevel(CMapOb& node, int level, const Use& use) {
     use(node);
     return;
   }
-  for (int i = 0; i < node.GetNumChildren(); ++i) ForLevel(*node.GetChild(i), level, use);
+  node.ForEachChild([&](CMapOb& child) { ForLevel(child, level, use); });
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ CMapOb::~CMapOb() {
 }
 
 void CMapOb::RemoveAllChildren() {
-  std::for_each(children.begin(), children.end(), std::default_delete<CMapOb>());
+  ForEachChild([](CMapOb& child) { delete &child; });
   children.RemoveAll();
 }
 
@@ -81,20 +81,20 @@ void CMapOb::InsertInOrder(CMapOb* child) {
 
 void CMapOb::Count(int& count) const {
   ++count;
-  for (const CMapOb* child : children) child->Count(count);
+  ForEachChild([&](const CMapOb& child) { child.Count(count); });
 }
 
 void CMapOb::InitLevels(int nodeLevel) {
   level = nodeLevel;
-  for (CMapOb* child : children) child->InitLevels(nodeLevel + 1);
+  ForEachChild([=](CMapOb& child) { child.InitLevels(nodeLevel + 1); });
 }
 
 void CMapOb::InitParents(CMapOb* node) {
   parent = node;
-  for (CMapOb* child : children) child->InitParents(this);
+  ForEachChild([this](CMapOb& child) { child.InitParents(this); });
 }
 
 void CMapOb::ClearDraw() {
   drawn = 0;
-  for (CMapOb* child : children) child->ClearDraw();
+  ForEachChild([](CMapOb& child) { child.ClearDraw(); });
 }

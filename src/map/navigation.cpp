@@ -8,7 +8,7 @@
 
 void CMapOb::PrepareLevelDrawing(int drawnLevel) {
   drawn = level == drawnLevel ? 1 : 0;
-  for (CMapOb* child : children) child->PrepareLevelDrawing(drawnLevel);
+  ForEachChild([=](CMapOb& child) { child.PrepareLevelDrawing(drawnLevel); });
 }
 
 int CMapOb::CheckForMissingPolygons(const CRect& rect) {

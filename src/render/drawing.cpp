@@ -50,7 +50,7 @@ void CMapGif::DrawMap(CMapOb* node, const CVELAString& url) {
       PolygonToHtml(area.GetArea(), url);
     });
   }
-  for (int i = 0; i < area.GetNumChildren(); ++i) DrawMap(area.GetChild(i), url);
+  area.ForEachChild([&](CMapOb& child) { DrawMap(&child, url); });
 }
 
 void CMapGif::DrawOutline(CMapOb* node) {
