@@ -25,11 +25,13 @@ echo
 "$build/vexel_bench" --prepare="$work"
 render "$samples/us-counties.mdf" "$work/counties-1.mpc" 2
 "$build/vexel_cold" 41 "render, compiled map /1" "${command[@]}" -- \
+  "the same with its web page" "${command[@]}" --html "$work/page.html" -- \
   "start alone (vexel --version)" "$build/vexel" --version -- \
   "plain gd, the same polygons" "$build/vexel_floor" "$work/page-1" "$work/floor.gif"
 echo
 render "$work/counties-32.mdf" "$work/counties-32.mpc" 3
 "$build/vexel_cold" 11 "render, compiled map /32" "${command[@]}" -- \
+  "the same with its web page" "${command[@]}" --html "$work/page.html" -- \
   "plain gd, the same polygons" "$build/vexel_floor" "$work/page-32" "$work/floor.gif"
 echo
 render "$work/counties-16.mdf" "$work/counties-16.map" 3
