@@ -4,16 +4,8 @@
 #ifndef VEXEL_TESTS_DATA_DATA_FIXTURE_H_
 #define VEXEL_TESTS_DATA_DATA_FIXTURE_H_
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <string_view>
-
 #include "data/dataset.h"
-#include "map/map.h"
-#include "support/files.h"
-#include "support/recording_host.h"
+#include "map/map_fixture.h"
 
 namespace vexel::test {
 
@@ -35,41 +27,25 @@ inline std::string Table(std::string_view joined) {
   return text + '\n';
 }
 
-inline CAreaStruct Key(std::initializer_list<std::int32_t> codes) {
-  CAreaStruct key;
-  std::copy(codes.begin(), codes.end(), key.codes.begin());
-  return key;
-}
-
 inline const std::string kHead =
-    "[MapDataFile]|Version=Ortex "
-    "3.2|MapFile=m|AreaLevels=2|Variables=2|Thousands=Comma|Decimal=Dot|"
-    "NoValue=N/A|MapLabel=~|";
+    "[MapDataFile]|Version=Ortex 3.2|MapFile=m|AreaLevels=2|Variables=2|Thousands=Comma|"
+    "Decimal=Dot|NoValue=N/A|MapLabel=~|";
 inline const std::string kHeader = "[Data]|State;County;Area Name;Births;Deaths|";
 
 // A folder with the map "m.map": region 12 "North" with district 12 3 "Upper".
-class DataTest : public testing::Test {
+class DataTest : public MapTest {
  protected:
   DataTest() {
     data.map = &map;
     map.data = &data;
-    dir.Write("m.map",
-              Table("[Map]|MapName=Land|[AreaLevels]|Name=Region|Name=District|[GeoGroup]|"
-                    "Name=North|AreaStructure=12|[Polygon]|0 0|9 0|9 9|[GeoUnit]|Name=Upper|"
-                    "AreaStructure=12 3|[Polygon]|0 0|9 0|9 9"));
+    dir.Write("m.map", Lines("M|MapName=Land|L|Name=Region|Name=District|G|Name=North|"
+                             "AreaStructure=12|P|0 0|9 0|9 9|U|Name=Upper|AreaStructure=12 3|P|"
+                             "0 0|9 0|9 9"));
   }
 
   int Load(std::string_view text, int quiet = 0, int loadMap = 1) {
     dir.Write("d.mdf", Table(text));
-    return data.Build(dir.Path("d.mdf").c_str(), loadMap, quiet);
-  }
-
-  // The boxes since the last call, flags and text, one behind the other.
-  std::string TakeBoxes() {
-    std::string text;
-    for (const auto& box : host.boxes) text += std::to_string(box.flags) + ' ' + box.text + '\n';
-    host.boxes.clear();
-    return text;
+    return data.Build(Path("d.mdf"), loadMap, quiet);
   }
 
   std::string NameOf(const CAreaStruct& key) {
@@ -77,8 +53,6 @@ class DataTest : public testing::Test {
     return map.Find(key, node) == 0 ? "none" : std::string(node->GetName().View());
   }
 
-  RecordingHost host;
-  TempDir dir;
   CVELAMap map;
   ProbeData data;
 };

@@ -137,20 +137,6 @@ TEST_F(CompiledMap, TagsMatchInAnyLetterCaseAndTheOldOneUnsetsZeroCodes) {
   }
 }
 
-TEST_F(CompiledMap, NamesOf255BytesAndMoreHaveALongerLength) {
-  for (const std::size_t length : {254U, 255U}) {
-    ProbeMap map;
-    ASSERT_EQ(LoadBytes(map, WholeFile()), 1);
-    map.AddLevelName(std::string(length, 'n').c_str());
-    const std::string saved = Saved(map);
-    EXPECT_EQ(saved.substr(22, 4),
-              length == 254 ? std::string("\xFEnnn") : std::string("\xFF\xFF\0n", 4));
-    ProbeMap again;
-    ASSERT_EQ(LoadBytes(again, saved), 1);
-    EXPECT_EQ(again.GetLevelName(2), map.GetLevelName(2));
-  }
-}
-
 TEST_F(CompiledMap, CountsBelowZeroMeanNone) {
   Bytes bytes;
   bytes.Head(kTag).Node("M", 1, 1, 0, 0, 0, 0, 0.0F).Put(-3, 1, -1);

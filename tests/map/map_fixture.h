@@ -102,19 +102,6 @@ inline bool IsSettled(const CMapOb& node, int drawLevel) {
   return settled;
 }
 
-// Does something while no file can grow beyond the given bytes, as on a full disk.
-template <typename Action>
-void OnFullDisk(rlim_t bytes, Action action) {
-  rlimit before{};
-  ::getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit full{bytes, before.rlim_max};
-  auto* handler = std::signal(SIGXFSZ, SIG_IGN);
-  ::setrlimit(RLIMIT_FSIZE, &full);
-  action();
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, handler);
-}
-
 class MapTest : public testing::Test {
  protected:
   CVELAString Path(const std::string& name) { return CString(dir.Path(name).c_str()); }

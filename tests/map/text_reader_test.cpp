@@ -159,28 +159,4 @@ TEST_F(TextReader, TellsProgressAtHeadingsOfTheMapAndEveryFifthPoint) {
   EXPECT_EQ(positions(12, 2970), (std::vector<int>{2, 3, 3, 3}));
 }
 
-TEST_F(TextReader, CancellingAtAnyQuestionLeavesWhatWasFinished) {
-  const std::string text = Lines(
-      "M|MapName=M|L|Name=L|U|Name=A|P|1 1|2 2|3 3|4 4|5 5|G|Name=G|P|1 1|2 2|3 3|4 4|5 5|"
-      "U|Name=B|P|1 1|2 2|3 3|4 4|5 6|E|U|Name=C|P|1 1");
-  // Two headings of the map, three fifth points, and the question behind the last line.
-  const char* const shapes[] = {"M", "M", "M", "M{A}", "M{A}", "M{A G{B} C}"};
-  for (host.cancelAt = 1; host.cancelAt <= 6; ++host.cancelAt) {
-    ProbeMap map;
-    host.questions = 0;
-    EXPECT_EQ(Load(map, text, 1), 0);
-    EXPECT_GE(host.questions, host.cancelAt);
-    EXPECT_EQ(TakeBoxes(), "40 Map file not loaded.\n");
-    EXPECT_EQ(Shape(map), shapes[host.cancelAt - 1]);
-    EXPECT_TRUE(vexel::test::IsSettled(map, 1));
-    for (int i = 0; i < map.GetNumChildren(); ++i) {
-      EXPECT_EQ(map.GetChild(i)->GetPoly(0)->GetSize(), map.GetChild(i)->GetPoly(0)->GetSizeF());
-    }
-  }
-  ProbeMap map;
-  host.questions = 0;
-  EXPECT_EQ(Load(map, text, 1), 1);
-  EXPECT_EQ(host.questions, 6);
-}
-
 }  // namespace

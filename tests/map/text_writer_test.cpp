@@ -39,27 +39,4 @@ TEST_F(TextWriter, HoldsTheLargestFloatsAndPolygonsWithIntegersAlone) {
   EXPECT_TRUE(dir.Read("out.map").ends_with(Lines("P||P|" + number + ' ' + number)));
 }
 
-// Every writer of a map: what it says of a file that cannot be opened or takes no more.
-TEST_F(TextWriter, AndTheOthersReportAFailureAndLeaveTheOldFile) {
-  ProbeMap map;
-  ASSERT_EQ(Load(map, vexel::test::kSmallMap), 1);
-  const struct {
-    std::function<int(const CVELAString&)> write;
-    std::string opening, full;
-  } writers[] = {{[&](const auto& path) { return map.SaveMap(path, nullptr), 0; },
-                  "30 Can not open map file ", "30 Can not write file "},
-                 {[&](const auto& path) { return map.SaveMpc(path); },
-                  "30 Can not open compiled map file ", "30 Can not write file "},
-                 {[&](const auto& path) { return map.WriteTreeFile(path, "u"); }, "", ""}};
-  dir.Write("old", "old");
-  for (const auto& writer : writers) {
-    EXPECT_EQ(writer.write(Path("no/folder")), 0);
-    EXPECT_EQ(TakeBoxes(), writer.opening.empty() ? "" : writer.opening + dir.Path("no/folder\n"));
-    vexel::test::OnFullDisk(40, [&] { EXPECT_EQ(writer.write(Path("old")), 0); });
-    EXPECT_EQ(TakeBoxes(), writer.full.empty() ? "" : writer.full + dir.Path("old\n"));
-    EXPECT_EQ(dir.Read("old"), "old");
-    EXPECT_EQ(dir.List(), (std::vector<std::string>{"m.map", "old"}));
-  }
-}
-
 }  // namespace

@@ -123,15 +123,5 @@ TEST(File, TellsPositionLengthTimeAndWhatCouldNotBeRead) {
   EXPECT_TRUE(file.HasFailed());
 }
 
-TEST(File, FullDeviceShowsWhenWritingAndWhenClosing) {
-  CFile file;
-  ASSERT_NE(file.Open("/dev/full", kWrite), 0);
-  file.Write("x", 1);
-  EXPECT_EQ(file.Close(), 0);
-  CStdioFile text;
-  ASSERT_NE(text.Open("/dev/full", kWrite), 0);
-  EXPECT_THROW(text.WriteString(std::string(1'000'000, 'x')), CFileException);
-}
-
 }  // namespace
 }  // namespace vexel::test

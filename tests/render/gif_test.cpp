@@ -123,14 +123,5 @@ TEST_F(SaveTest, WritesTheSamePixelsAndMayBeRepeated) {
   EXPECT_TRUE(host.boxes.empty());
 }
 
-TEST_F(SaveTest, AFileThatCannotBeWrittenIsReported) {
-  const std::string path = dir.Path("nowhere/a.gif");
-  CGif gif(5, 5, path.c_str());
-  EXPECT_EQ(gif.Save(), 0);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].text, "Can not write file " + path);
-  EXPECT_EQ(host.boxes[0].flags, 0x30U);
-}
-
 }  // namespace
 }  // namespace vexel::test

@@ -66,21 +66,5 @@ TEST_F(ImageMapTest, ALineEndsBehindTheCommaBeforeEveryFiftiethVertex) {
                            vertices(50) + ",\r\n" + vertices(1) + end);
 }
 
-TEST_F(ImageMapTest, EveryPolygonOfAMarkedAreaGetsItsElement) {
-  Scene scene;
-  CMapOb& area = AddArea(scene.map, "a", 7, {{0, 0}, {0, 0}, {32000, -16000}}, 0);
-  area.AddPoly(MakePolygon({{-32000, 16000}, {-64000, 16000}}).release());  // off the page
-  CMapOb& hidden = AddArea(scene.map, "b", 8, {{0, 0}}, 0);
-  hidden.SetDraw(0);
-  const auto drawn = scene.MakePage(600, 600);
-  drawn->SetHtmlFile(&file);
-  drawn->DrawMap(&scene.map, "U");
-  const std::string end =
-      "\"  href=\"U&A0=7&A1=-99999999&A2=-99999999&A3=-99999999&A4=-99999999"
-      "&A5=-99999999&A6=-99999999&A7=-99999999')\">\r\n";
-  EXPECT_EQ(Written(), "<area shape=\"polygon\" coords=\"10,155,10,155,590,445" + end +
-                           "<area shape=\"polygon\" coords=\"-570,-135,-1150,-135" + end);
-}
-
 }  // namespace
 }  // namespace vexel::test
