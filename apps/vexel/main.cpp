@@ -64,6 +64,7 @@ const Command& CommandNamed(std::string_view name) {
                                    [=](const Command& command) { return command.name == name; });
   if (found != kCommands.end()) return *found;
   std::vector<std::string_view> names;
+  names.reserve(std::size(kCommands));
   for (const Command& command : kCommands) names.push_back(command.name);
   const std::string hint = Hint(name, names);
   throw UsageError((name.starts_with('-') ? "unknown option " : "unknown command ") +

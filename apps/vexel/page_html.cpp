@@ -176,9 +176,9 @@ class AreaWriter {
       text_.assign(between).append("\"").append(KeyText(area->GetArea())).append("\":[");
       FindPath(view_.map, area, path_);
       whole_.clear();
-      for (auto node = path_.rbegin(); node != path_.rend(); ++node) {
-        whole_.append(whole_.empty() ? "" : ", ").append((*node)->GetName().View());
-      }
+      std::for_each(path_.rbegin(), path_.rend(), [this](const CMapOb* node) {
+        whole_.append(whole_.empty() ? "" : ", ").append(node->GetName().View());
+      });
       AppendForScript(whole_);
       text_ += ',';
       AppendForScript(ValueText(view_, *area, separators_, missing_));

@@ -15,6 +15,7 @@ std::vector<std::string_view> VariableNames(const CVELAData& data,
                                             std::vector<CVELAString>& storage) {
   for (int i = 0; i < data.GetNumVars(); ++i) storage.push_back(data.GetVarName(i));
   std::vector<std::string_view> names;
+  names.reserve(storage.size());
   for (const CVELAString& name : storage) names.push_back(name.View());
   return names;
 }

@@ -108,7 +108,7 @@ class Strings {
                               int& code) const {
     const std::uint16_t* const codes = codes_.data();
     const int shift = pixelBits_;
-    std::size_t current = static_cast<std::size_t>(code);
+    auto current = static_cast<std::size_t>(code);
     for (; pixel != end; ++pixel) {
       const std::size_t longer = codes[current << shift | *pixel];
       if (longer == 0) break;
