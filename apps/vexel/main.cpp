@@ -13,6 +13,7 @@
 #include "failure.h"
 #include "hints.h"
 #include "host.h"
+#include "memory.h"
 
 namespace {
 
@@ -109,6 +110,7 @@ int SayUsage(const std::exception& error, const std::string& command) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  PreferLargePages();
   const auto isFirst = [=](const Command& command) { return argc > 1 && command.name == argv[1]; };
   const bool isKnown = std::any_of(kCommands.begin(), kCommands.end(), isFirst);
   try {
