@@ -9,6 +9,8 @@
 namespace vexel::test {
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr float kFar = std::numeric_limits<float>::max();
 const double kMost = std::nextafter(std::numeric_limits<double>::max(), 0.0);
 
@@ -149,26 +151,32 @@ class MemoryLimit {
   rlimit before_{};
 };
 
-// Each count of a compiled map, in turn, promises two thousand million entries.
-TEST_F(Numbers, CountsOfACompiledMapTakeNoMemoryBeforeTheirBytesCome) {
+// Whatever number stands at whatever place of a compiled map: a count that promises two thousand
+// million entries, a coordinate or an angle that is none. What loads is drawn and written.
+TEST_F(Numbers, AnywhereInACompiledMapTakeNoMemoryBeforeTheirBytesCome) {
   ASSERT_EQ(Load(model.map, kSmallMap), 1);
   ASSERT_EQ(model.map.SaveMpc(Path("m.mpc")), 1);
   const std::string whole = dir.Read("m.mpc");
   constexpr rlim_t kRoom = 16 << 20;
   int refused = 0;
-  for (std::size_t at = 10; at + 4 <= whole.size(); ++at) {
-    std::string damaged = whole;
-    damaged.replace(at, 4, "\xFF\xFF\xFF\x77");
-    Put("d.mpc", damaged);
-    const MemoryLimit limit(kRoom);
-    ProbeMap map;
-    try {
-      map.Build(Path("d.mpc"), 1, 0);
-    } catch (const CArchiveException&) {
-      ++refused;
+  int pages = 0;
+  for (const std::string_view number : {"\xFF\xFF\xFF\x77"sv, "\xFF\xFF\xFF\x7F"sv, "\0\0\0\x80"sv,
+                                        "\0\0\xC0\x7F"sv, "\0\0\x80\xFF"sv}) {
+    for (std::size_t at = 10; at + 4 <= whole.size(); ++at) {
+      std::string damaged = whole;
+      Put("d.mpc", damaged.replace(at, 4, number));
+      const MemoryLimit limit(kRoom);
+      Model own;
+      try {
+        own.map.Build(Path("d.mpc"), 1, 0);
+      } catch (const CArchiveException&) {
+        ++refused;
+      }
+      pages += UseAll(own);
     }
   }
-  EXPECT_GT(refused, 20);
+  EXPECT_GT(refused, 100);
+  EXPECT_GT(pages, 1000);
 }
 
 }  // namespace

@@ -68,7 +68,8 @@ inline int UseAll(Model& model) {
   model.map.SetAreaDataPointers(&model.data);
   for (CMapOb* node = &model.map; node != nullptr;
        node = node->GetNumChildren() > 0 ? node->GetChild(0) : nullptr) {
-    EXPECT_NE(model.map.GetArea(node->GetArea()), nullptr);
+    CMapOb* found = nullptr;
+    EXPECT_EQ(model.map.Find(node->GetArea(), found), 1);
     model.map.ZoomTo(node);
     try {
       pages += SavePage(model, "/dev/null");
