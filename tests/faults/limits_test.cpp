@@ -1,5 +1,8 @@
 // Numbers that are none or too many, and what becomes of the map and the table that hold them.
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <cmath>
 #include <fstream>
 #include <limits>
