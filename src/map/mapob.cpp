@@ -19,7 +19,8 @@ CMapOb::~CMapOb() {
 }
 
 void CMapOb::RemoveAllChildren() {
-  ForEachChild([](CMapOb& child) { delete &child; });
+  // Not by ForEachChild: what InsertChildAt left empty may never have been filled.
+  std::for_each(children.begin(), children.end(), std::default_delete<CMapOb>());
   children.RemoveAll();
 }
 

@@ -98,8 +98,8 @@ class VEXEL_API CMapOb : public CObject {
   void InsertChildAt(CMapOb* child, int index) { children.InsertAt(index, child); }
   void RemoveAllChildren();
 
-  // Calls `visit` with each child in order. A walk over a large map mostly waits for memory: here
-  // the nodes to come are on their way while one is visited.
+  // Calls `visit` with each child in order; none may be a null entry. A walk over a large map
+  // mostly waits for memory: here the nodes to come are on their way while one is visited.
   template <typename Visit>
   void ForEachChild(const Visit& visit) const {
     constexpr std::size_t kAhead = 8;

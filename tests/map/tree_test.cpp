@@ -48,6 +48,18 @@ TEST(Node, InsertingBehindTheEndLeavesNullEntries) {
   EXPECT_THROW(root.GetChild(4), CInvalidArgException);
 }
 
+TEST(Node, NullEntriesThatNobodyFilledAreNoHarmWhenTheTreeGoes) {
+  int alive = 0;
+  {
+    CMapOb root("R", {});
+    root.InsertChildAt(new CountedNode(alive), 2);
+    root.RemoveAllChildren();
+    EXPECT_EQ(alive, 0);
+    root.InsertChildAt(new CountedNode(alive), 3);
+  }
+  EXPECT_EQ(alive, 0);
+}
+
 TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
   CMapOb root("R", {});
   const CMapOb* node = root.InsertArea("leaf", Key({3, 7, 2}));
