@@ -78,7 +78,7 @@ void DrawPage(Model& model, int number, const CString& folder) {
   if (page.Save() == 0 || lines.Close() == 0) throw std::runtime_error("a page is not saved");
 }
 
-// Nonzero when more is held after the last round than after the first.
+// Nonzero when more is held after the last round than after the first, and when there were not two.
 int Soak(int pages, const CString& data, const CString& folder) {
   Holdings first;
   Holdings now;
@@ -93,7 +93,7 @@ int Soak(int pages, const CString& data, const CString& folder) {
   }
   const bool isLevel =
       static_cast<double>(now.pages) <= kGrowthAllowed * static_cast<double>(first.pages);
-  return isLevel && now.files == first.files ? 0 : 1;
+  return pages >= 2 * kRound && isLevel && now.files == first.files ? 0 : 1;
 }
 
 }  // namespace
