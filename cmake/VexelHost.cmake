@@ -20,12 +20,14 @@ target_link_libraries(vexel_host PRIVATE
 find_library(VEXEL_GD_ARCHIVE NAMES libgd.a)
 mark_as_advanced(VEXEL_GD_ARCHIVE)
 if(VEXEL_GD_ARCHIVE AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
-  target_sources(vexel_host PRIVATE $<TARGET_OBJECTS:vexel_objects>)
-  target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}/src")
+  target_sources(vexel_host PRIVATE
+    $<TARGET_OBJECTS:vexel_objects> $<TARGET_OBJECTS:vexel_kit_objects>)
+  target_include_directories(vexel_host PRIVATE
+    $<TARGET_PROPERTY:vexel_kit_objects,INTERFACE_INCLUDE_DIRECTORIES>)
   target_link_libraries(vexel_host PRIVATE "${VEXEL_GD_ARCHIVE}" m)
   target_link_options(vexel_host PRIVATE -static-libstdc++ -static-libgcc LINKER:--gc-sections)
 else()
-  target_link_libraries(vexel_host PRIVATE vexel)
+  target_link_libraries(vexel_host PRIVATE vexel_kit)
   set_target_properties(vexel_host PROPERTIES
     INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 endif()

@@ -36,7 +36,7 @@ foreach(folder IN LISTS folders)
   set(test_program test_${folder})
   add_executable(${test_program} ${test_sources})
   target_link_libraries(${test_program} PRIVATE
-    vexel_options vexel_test_support vexel_objects GTest::gtest_main)
+    vexel_options vexel_test_support vexel_objects vexel_kit_objects GTest::gtest_main)
   if(folder STREQUAL "cli" AND TARGET vexel_host)
     add_dependencies(${test_program} vexel_host)
   endif()

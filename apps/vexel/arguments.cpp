@@ -6,8 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "failure.h"
-#include "hints.h"
+#include "kit/files/files.h"
+#include "kit/request/error.h"
+#include "kit/request/hints.h"
+#include "kit/request/json_request.h"
+#include "kit/request/parameters.h"
 
 namespace vexel::cli {
 
@@ -19,11 +22,23 @@ CLI::callback_t Callback(const std::string& names, const Arguments::Reader& read
   return [=](const std::vector<std::string>& values) {
     try {
       std::for_each(values.begin(), values.end(), reader);
-    } catch (const UsageError& wrong) {
-      throw UsageError(names.substr(names.rfind(',') + 1) + ": " + wrong.what());
+    } catch (const Error& wrong) {
+      if (wrong.GetKind() != Error::Kind::request) throw;
+      throw WrongRequest(names.substr(names.rfind(',') + 1) + ": " + wrong.what());
     }
     return true;
   };
+}
+
+std::string_view Heading(ParameterGroup group) {
+  switch (group) {
+    case ParameterGroup::what:
+      return "What to show";
+    case ParameterGroup::classes:
+      return "Groups and colours";
+    default:
+      return "The page";
+  }
 }
 
 }  // namespace
@@ -69,16 +84,52 @@ void Arguments::Option(const std::string& names, const std::string& kind, const 
       ->group(parser_->group);
 }
 
-void Arguments::Repeated(const std::string& names, const std::string& kind, const std::string& help,
-                         const Reader& reader) {
-  parser_->app.add_option(names, Callback(names, reader), help + " (may be repeated)")
-      ->type_name(kind)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->group(parser_->group);
-}
-
 void Arguments::Flag(const std::string& names, const std::string& help, bool& value) {
   parser_->app.add_flag(names, value, help)->group(parser_->group);
+}
+
+void Arguments::RequestOptions(Request& request) {
+  Positional("DATA", std::string(ParameterNamed("data").help), request.data);
+  Option("--view", "FILE", "Take what follows from a file of JSON, as --save-view writes it",
+         [&](std::string_view name) {
+           const std::string file(name);
+           ReadJson(request, IsStandard(file) ? ReadStandardInput() : ReadFile(file), file);
+         });
+  for (const Parameter& parameter : AllParameters()) {
+    if (parameter.group == ParameterGroup::source) continue;
+    Group(std::string(Heading(parameter.group)));
+    RequestOption(parameter, request);
+  }
+}
+
+void Arguments::RequestOption(const Parameter& parameter, Request& request) {
+  const std::string name = "--" + std::string(parameter.name);
+  std::string help(parameter.help);
+  if (parameter.words != nullptr) help += ": " + Joined(parameter.words());
+  if (!parameter.standard.empty()) help += " [" + std::string(parameter.standard) + ']';
+  const auto set = [&parameter, &request, name](const std::vector<std::string>& values) {
+    const std::vector<std::string_view> views(values.begin(), values.end());
+    if (parameter.kind == ParameterKind::repeated) {
+      SetParameter(request, parameter, views, name);
+    } else {
+      SetParameter(request, parameter, views.back(), name);
+    }
+    return true;
+  };
+  if (parameter.kind == ParameterKind::flag) {
+    parser_->app
+        .add_flag_callback(
+            name, [=] { set({"1"}); }, help)
+        ->group(parser_->group);
+    return;
+  }
+  const bool isRepeated = parameter.kind == ParameterKind::repeated;
+  parser_->app
+      .add_option(name, CLI::callback_t(set), help + (isRepeated ? " (may be repeated)" : ""))
+      ->type_name(std::string(parameter.form))
+      ->multi_option_policy(isRepeated ? CLI::MultiOptionPolicy::TakeAll
+                                       : CLI::MultiOptionPolicy::TakeLast)
+      ->group(parser_->group);
 }
 
 void Arguments::Group(const std::string& heading) { parser_->group = heading; }
@@ -91,7 +142,7 @@ bool Arguments::Parse(int argc, const char* const* argv) {
     std::fputs(app.help().c_str(), stdout);
     return false;
   } catch (const CLI::ParseError& error) {
-    throw UsageError(error.what());
+    throw WrongRequest(error.what());
   }
   CheckUnknown();
   CheckPositionals();
@@ -103,7 +154,7 @@ void Arguments::CheckUnknown() const {
   if (unknown.empty()) return;
   const auto isOption = [](const std::string& text) { return text.size() > 1 && text[0] == '-'; };
   const auto option = std::find_if(unknown.begin(), unknown.end(), isOption);
-  if (option == unknown.end()) throw UsageError("unexpected argument \"" + unknown.front() + '"');
+  if (option == unknown.end()) throw WrongRequest("unexpected argument \"" + unknown.front() + '"');
 
   const std::string name = option->substr(0, option->find('='));
   std::vector<std::string> names;
@@ -111,12 +162,12 @@ void Arguments::CheckUnknown() const {
     for (const std::string& longName : known->get_lnames()) names.push_back("--" + longName);
   }
   const std::vector<std::string_view> views(names.begin(), names.end());
-  throw UsageError("unknown option " + name + Hint(name, views));
+  throw WrongRequest("unknown option " + name + Hint(name, views));
 }
 
 void Arguments::CheckPositionals() const {
   for (const auto& [name, value] : parser_->positionals) {
-    if (value->empty()) throw UsageError(name + " is missing");
+    if (value->empty()) throw WrongRequest(name + " is missing");
   }
 }
 

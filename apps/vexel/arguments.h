@@ -8,6 +8,12 @@
 #include <string>
 #include <string_view>
 
+#include "kit/request/request.h"
+
+namespace vexel {
+struct Parameter;
+}  // namespace vexel
+
 namespace vexel::cli {
 
 // Options may stand before, between and behind the other arguments; "--" ends them. Of an option
@@ -15,7 +21,7 @@ namespace vexel::cli {
 // writes to variables of the caller's, which must outlive Parse.
 class Arguments {
  public:
-  // Takes the value of an option; a UsageError from it gets the option's name in front.
+  // Takes the value of an option; an Error from it gets the option's name in front.
   using Reader = std::function<void(std::string_view text)>;
 
   Arguments(const std::string& command, const std::string& summary, const std::string& example);
@@ -32,20 +38,23 @@ class Arguments {
               std::string& value);
   void Option(const std::string& names, const std::string& kind, const std::string& help,
               const Reader& reader);
-  void Repeated(const std::string& names, const std::string& kind, const std::string& help,
-                const Reader& reader);
   void Flag(const std::string& names, const std::string& help, bool& value);
+
+  // DATA and an option for every parameter of a page, and --view, which reads a request from a file
+  // and gives way to the other options.
+  void RequestOptions(Request& request);
 
   // Options declared from here on stand under this heading in the help text.
   void Group(const std::string& heading);
 
   // Reads everything behind the name of the sub-command, which is argv[0]. False when help was
-  // asked for: it has been printed then. Throws UsageError.
+  // asked for: it has been printed then. Throws an Error of kind request.
   bool Parse(int argc, const char* const* argv);
 
  private:
   struct Parser;
 
+  void RequestOption(const Parameter& parameter, Request& request);
   void CheckUnknown() const;
   void CheckPositionals() const;
 

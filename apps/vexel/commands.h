@@ -8,6 +8,8 @@
 
 namespace vexel::cli {
 
+enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+
 int Render(int argc, const char* const* argv, CliHost& host);
 int Compile(int argc, const char* const* argv, CliHost& host);
 int Decompile(int argc, const char* const* argv, CliHost& host);

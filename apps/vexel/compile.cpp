@@ -2,9 +2,9 @@
 
 #include "arguments.h"
 #include "commands.h"
-#include "failure.h"
-#include "files.h"
-#include "load.h"
+#include "kit/files/files.h"
+#include "kit/request/error.h"
+#include "kit/view/load.h"
 
 namespace vexel::cli {
 
@@ -18,16 +18,16 @@ int Compile(int argc, const char* const* argv, CliHost& host) {
   arguments.Positional("MAP", "Text map", input);
   arguments.Option("-o,--output", "FILE", "The compiled map; its name ends in mpc", output);
   if (!arguments.Parse(argc, argv)) return kDone;
-  if (IsCompiledName(input)) throw UsageError(input + " is a compiled map already");
+  if (IsCompiledName(input)) throw WrongRequest(input + " is a compiled map already");
   if (output.empty()) output = WithExtension(input, ".mpc");
   if (!IsCompiledName(output)) {
-    throw UsageError(output + ": the name of a compiled map ends in mpc");
+    throw WrongRequest(output + ": the name of a compiled map ends in mpc");
   }
   CVELAMap map;
   LoadMap(map, input, 0, host);
   const SignalHold hold;
   host.SetSubject(output);
-  if (map.SaveMpc(CVELAString(std::string_view(output))) == 0) throw Failure();
+  if (map.SaveMpc(CVELAString(std::string_view(output))) == 0) throw host.LastError();
   return kDone;
 }
 

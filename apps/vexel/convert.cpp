@@ -1,12 +1,13 @@
 // A data file read and written again.
 
+#include <vexel/brindle/specfile.h>
+
 #include "arguments.h"
-#include "brindle/specfile.h"
 #include "commands.h"
-#include "failure.h"
-#include "files.h"
-#include "load.h"
-#include "summary.h"
+#include "kit/files/files.h"
+#include "kit/report/summary.h"
+#include "kit/request/error.h"
+#include "kit/view/load.h"
 
 namespace vexel::cli {
 
@@ -31,9 +32,9 @@ std::string DataFileText(CVELAMap& map) {
   const TemporaryFolder folder;
   const std::string path = folder.PathOf("data");
   CSpecFile file(0);
-  if (file.Open(path.c_str(), 1) == 0) throw Failure(path, "cannot be opened for writing");
+  if (file.Open(path.c_str(), 1) == 0) throw Failed(path, "cannot be opened for writing");
   map.SaveMdfSpec(file);
-  if (file.Close() == 0) throw Failure(path, "cannot be written");
+  if (file.Close() == 0) throw Failed(path, "cannot be written");
   return ReadFile(path);
 }
 
@@ -50,7 +51,7 @@ int Convert(int argc, const char* const* argv, CliHost& host) {
   arguments.Positional("DATA", "Map data file, or - for standard input", input);
   arguments.Option("-o,--output", "FILE", "The new file, or - for standard output", output);
   if (!arguments.Parse(argc, argv)) return kDone;
-  if (output.empty()) throw UsageError("-o is missing");
+  if (output.empty()) throw WrongRequest("-o is missing");
 
   CVELAMap map;
   CVELAData data;
@@ -58,8 +59,8 @@ int Convert(int argc, const char* const* argv, CliHost& host) {
   data.map = &map;
   LoadData(data, input, "", host);
   const std::string mapPath(map.GetFileStatus().fullName.View());
-  if (mapPath.empty()) throw Failure(input, "the file names no map");
-  if (data.GetNumVars() < 1) throw Failure(input, "the file holds no variable");
+  if (mapPath.empty()) throw Failed(input, "the file names no map");
+  if (data.GetNumVars() < 1) throw Failed(input, "the file holds no variable");
   const std::string folder = IsStandard(output) ? "" : FolderOf(output);
   const SignalHold hold;
   WriteText(output, WithReference(DataFileText(map), ReferenceTo(mapPath, folder)));

@@ -2,9 +2,9 @@
 
 #include "arguments.h"
 #include "commands.h"
-#include "failure.h"
-#include "files.h"
-#include "load.h"
+#include "kit/files/files.h"
+#include "kit/request/error.h"
+#include "kit/view/load.h"
 
 namespace vexel::cli {
 
@@ -15,7 +15,7 @@ bool LoadsWithoutFloats(const std::string& path, CliHost& host) {
   try {
     LoadMap(map, path, 0, host);
     return true;
-  } catch (const Failure&) {
+  } catch (const Error&) {
     return false;
   }
 }
@@ -24,9 +24,9 @@ bool LoadsWithoutFloats(const std::string& path, CliHost& host) {
 void LoadBothHalves(CVELAMap& map, const std::string& path, CliHost& host) {
   try {
     LoadMap(map, path, 1, host);
-  } catch (const Failure&) {
+  } catch (const Error&) {
     if (host.HasSpoken() || !LoadsWithoutFloats(path, host)) throw;
-    throw Failure(path, "its second half, which holds the map units, is missing or damaged");
+    throw Failed(path, "its second half, which holds the map units, is missing or damaged");
   }
 }
 
@@ -42,17 +42,18 @@ int Decompile(int argc, const char* const* argv, CliHost& host) {
   arguments.Positional("MAP", "Compiled map", input);
   arguments.Option("-o,--output", "FILE", "The text map, or - for standard output", output);
   if (!arguments.Parse(argc, argv)) return kDone;
-  if (!IsCompiledName(input)) throw UsageError(input + ": the name of a compiled map ends in mpc");
-  if (output.empty()) throw UsageError("-o is missing");
+  if (!IsCompiledName(input))
+    throw WrongRequest(input + ": the name of a compiled map ends in mpc");
+  if (output.empty()) throw WrongRequest("-o is missing");
   if (IsCompiledName(output)) {
-    throw UsageError(output + ": a name that ends in mpc is one of a compiled map");
+    throw WrongRequest(output + ": a name that ends in mpc is one of a compiled map");
   }
   CVELAMap map;
   LoadBothHalves(map, input, host);
   WriteThrough(output, [&](const std::string& path) {
     host.SetSubject(output);
     map.SaveMap(CVELAString(std::string_view(path)), nullptr);
-    return !host.HasSpoken();
+    if (host.HasSpoken()) throw host.LastError();
   });
   return kDone;
 }

@@ -10,8 +10,6 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "messages/messages.h"
-
 namespace vexel::cli {
 
 namespace {
@@ -22,39 +20,6 @@ constexpr std::chrono::milliseconds kBeforeBar{400};
 volatile std::sig_atomic_t interrupted = 0;
 
 void NoteInterrupt(int /*signal*/) { interrupted = 1; }
-
-// The lines of a box behind each other.
-std::string OneLine(std::string_view text) {
-  std::string line;
-  for (const char c : text) {
-    if (c != '\n') {
-      line += c;
-    } else if (!line.empty() && line.back() != ' ') {
-      line += line.back() == ':' ? " " : ": ";
-    }
-  }
-  return line;
-}
-
-// The text behind a mark, up to the end of its line.
-std::string RestOfLine(std::string_view text, std::string_view mark) {
-  const std::size_t found = text.find(mark);
-  if (found == std::string_view::npos) return {};
-  text.remove_prefix(found + mark.size());
-  return std::string(text.substr(0, text.find('\n')));
-}
-
-std::string WithCommas(std::string codes) {
-  for (std::size_t at = codes.find(" / "); at != std::string::npos; at = codes.find(" / ")) {
-    codes.replace(at, 3, ", ");
-  }
-  return codes;
-}
-
-bool TellsLostRow(std::string_view text) {
-  const std::string_view known = MessageText(Message::areaNotInMap);
-  return text.starts_with(known.substr(0, known.find('\n')));
-}
 
 struct Glyph {
   std::string_view text;
@@ -101,25 +66,9 @@ void Say(std::string_view text) {
 
 bool CliHost::ShowsProgress() const { return progressWanted_ && ::isatty(STDERR_FILENO) != 0; }
 
-void CliHost::SetSubject(const std::string& subject) {
-  subject_ = subject;
-  spoken_ = false;
-}
-
-int CliHost::ShowBox(const CString& text, unsigned /*flags*/) {
-  if (TellsLostRow(text.View())) {
-    lostRows_.push_back({WithCommas(RestOfLine(text.View(), "AreaCodes  =  ")),
-                         RestOfLine(text.View(), "Name  =  ")});
-    return answerOk;
-  }
-  spoken_ = true;
+void CliHost::Tell(const std::string& message) {
   ClearBar();
-  std::string line = OneLine(text.View());
-  const auto same = [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); };
-  const bool named =
-      std::search(line.begin(), line.end(), subject_.begin(), subject_.end(), same) != line.end();
-  Say(named ? line : subject_ + ": " + line);
-  return answerOk;
+  Say(message);
 }
 
 void CliHost::OpenProgress() {
@@ -165,17 +114,6 @@ void CliHost::CloseProgress() {
   beforeProgress_ = SIG_ERR;
 }
 
-const NumberSeparators& CliHost::GetSeparators() {
-  if (!separators_) separators_ = LocaleSeparators();
-  return *separators_;
-}
-
-CString CliHost::GetProfileText(const char* section, const char* key, const char* defaultText) {
-  if (!EqualNoCase(section, "intl")) return defaultText;
-  const auto text = [](char c) { return c == '\0' ? CString() : CString(std::string(1, c)); };
-  if (EqualNoCase(key, "sThousand")) return text(GetSeparators().thousand);
-  if (EqualNoCase(key, "sDecimal")) return text(GetSeparators().decimal);
-  return defaultText;
-}
+NumberSeparators CliHost::DefaultSeparators() const { return LocaleSeparators(); }
 
 }  // namespace vexel::cli

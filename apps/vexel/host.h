@@ -5,13 +5,10 @@
 
 #include <chrono>
 #include <csignal>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "platform/host.h"
-#include "platform/profile.h"
+#include "kit/view/listener.h"
 
 namespace vexel::cli {
 
@@ -19,19 +16,11 @@ namespace vexel::cli {
 // replaced.
 void Say(std::string_view text);
 
-// A row of a data file whose area the map does not have.
-struct LostRow {
-  std::string codes;  // "12, 3"
-  std::string name;
-};
-
-// Boxes become lines on standard error, and OK is the answer. Rows without an area are gathered
-// instead of told one by one. A progress bar shows on a terminal once a load has taken a while; an
-// interrupt from the keyboard cancels that load, and at any other time ends the program.
-class CliHost : public CHost {
+// Messages become lines on standard error. A progress bar shows on a terminal once a load has taken
+// a while; an interrupt from the keyboard cancels that load, and at any other time ends the
+// program.
+class CliHost : public Listener {
  public:
-  int ShowBox(const CString& text, unsigned flags) override;
-
   void OpenProgress() override;
   void SetProgressText(const CString& text) override { progressText_ = text.View(); }
   void SetProgressRange(int lower, int upper) override;
@@ -39,31 +28,15 @@ class CliHost : public CHost {
   bool ProgressCancelled() override;
   void CloseProgress() override;
 
-  // The separators of numbers: the ones set, else those of the user's locale.
-  CString GetProfileText(const char* section, const char* key, const char* defaultText) override;
-
-  // What the library is about to work on; messages that do not name it get it in front. Forgets
-  // whether there has been a message.
-  void SetSubject(const std::string& subject);
-  bool HasSpoken() const { return spoken_; }
-
-  void SetSeparators(const NumberSeparators& separators) { separators_ = separators; }
-  const NumberSeparators& GetSeparators();
-
   // Whether progress is wanted; it also takes a terminal.
   void SetProgressWanted(bool wanted) { progressWanted_ = wanted; }
-  bool ShowsProgress() const;
-
-  const std::vector<LostRow>& GetLostRows() const { return lostRows_; }
+  bool ShowsProgress() const override;
 
  private:
+  void Tell(const std::string& message) override;
+  NumberSeparators DefaultSeparators() const override;  // those of the user's locale
   void DrawBar(int percent) const;
   void ClearBar();
-
-  std::string subject_;
-  bool spoken_ = false;
-  std::vector<LostRow> lostRows_;
-  std::optional<NumberSeparators> separators_;
 
   bool progressWanted_ = true;
   std::string progressText_;

@@ -1,5 +1,7 @@
 // What is in a file.
 
+#include <vexel/brindle/specfile.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -8,13 +10,12 @@
 #include <nlohmann/json.hpp>
 
 #include "arguments.h"
-#include "brindle/specfile.h"
 #include "commands.h"
-#include "failure.h"
-#include "files.h"
-#include "load.h"
-#include "map_facts.h"
-#include "summary.h"
+#include "kit/files/files.h"
+#include "kit/report/summary.h"
+#include "kit/request/error.h"
+#include "kit/view/load.h"
+#include "kit/view/map_facts.h"
 
 namespace vexel::cli {
 
@@ -74,7 +75,7 @@ std::unique_ptr<CVELAMap> LoadForInfo(const std::string& path, CliHost& host) {
   auto map = std::make_unique<CVELAMap>();
   try {
     LoadMap(*map, path, 1, host);
-  } catch (const Failure&) {
+  } catch (const Error&) {
     if (!IsCompiledName(path) || host.HasSpoken()) throw;
     map = std::make_unique<CVELAMap>();
     LoadMap(*map, path, 0, host);
@@ -93,7 +94,7 @@ Json LevelsJson(const MapFacts& facts) {
 Json MapInfo(const std::string& path, CliHost& host) {
   const std::string format = CompiledFormat(path);
   if (!format.empty() && !IsCompiledName(path)) {
-    throw Failure(path, "a compiled map, but known as one only by a name that ends in mpc");
+    throw Failed(path, "a compiled map, but known as one only by a name that ends in mpc");
   }
   const std::unique_ptr<CVELAMap> map = LoadForInfo(path, host);
   const MapFacts facts = CountMap(*map);

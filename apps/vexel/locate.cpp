@@ -1,5 +1,8 @@
 // The area at a pixel of a page.
 
+#include <vexel/messages/messages.h>
+#include <vexel/render/mapgif.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -10,11 +13,9 @@
 
 #include "arguments.h"
 #include "commands.h"
-#include "failure.h"
-#include "json_text.h"
-#include "messages/messages.h"
-#include "render/mapgif.h"
-#include "view.h"
+#include "kit/request/error.h"
+#include "kit/request/json_text.h"
+#include "kit/view/view.h"
 
 namespace vexel::cli {
 
@@ -134,7 +135,7 @@ CPoint ParsePixel(std::string_view text) {
   const std::optional<int> x = ParseInt(parts.front());
   const std::optional<int> y = ParseInt(parts.back());
   if (parts.size() == 2 && x && y) return {*x, *y};
-  throw UsageError("\"" + std::string(text) + "\" is no pixel such as 400,300");
+  throw WrongRequest("\"" + std::string(text) + "\" is no pixel such as 400,300");
 }
 
 void PrintArea(const View& view, const CMapOb& area, bool asJson, CliHost& host) {
@@ -161,7 +162,7 @@ void PrintArea(const View& view, const CMapOb& area, bool asJson, CliHost& host)
 }  // namespace
 
 int Locate(int argc, const char* const* argv, CliHost& host) {
-  ViewOptions options;
+  Request request;
   std::string pixelText;
   bool asJson = false;
   Arguments arguments("locate",
@@ -169,22 +170,21 @@ int Locate(int argc, const char* const* argv, CliHost& host) {
                       " its codes, name and value, with tabs between. The options of the page are"
                       " those of render.",
                       "vexel locate counties.mdf 400,300 --level 2 --size 1000x700");
-  AddViewOptions(arguments, options);
+  arguments.RequestOptions(request);
   arguments.Positional("PIXEL", "The pixel, as in 400,300", pixelText);
   arguments.Group("Output");
   arguments.Flag("--json", "Print JSON", asJson);
   if (!arguments.Parse(argc, argv)) return kDone;
-  Settle(options);
+  GroupingOf(request);
   const CPoint pixel = ParsePixel(pixelText);
 
-  View view;
-  BuildView(view, options, host);
+  View view(request, &host);
   Probe probe(&view.map, &view.legend, &view.data, CString());
-  probe.PrepareCoords(options.width, options.height);
+  probe.PrepareCoords(request.size.width, request.size.height);
   const bool isOnPage =
-      pixel.x >= 0 && pixel.y >= 0 && pixel.x < options.width && pixel.y < options.height;
+      pixel.x >= 0 && pixel.y >= 0 && pixel.x < request.size.width && pixel.y < request.size.height;
   const CMapOb* area = isOnPage ? AreaAt(view, probe, pixel) : nullptr;
-  if (area == nullptr) throw Failure(pixelText, "no area is there");
+  if (area == nullptr) throw Failed(pixelText, "no area is there");
   PrintArea(view, *area, asJson, host);
   return kDone;
 }

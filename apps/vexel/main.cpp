@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "commands.h"
-#include "failure.h"
-#include "hints.h"
 #include "host.h"
+#include "kit/request/error.h"
+#include "kit/request/hints.h"
 #include "memory.h"
 
-namespace {
+namespace vexel::cli {
 
-using namespace vexel::cli;
+namespace {
 
 struct Command {
   std::string_view name;
@@ -68,24 +68,12 @@ const Command& CommandNamed(std::string_view name) {
   names.reserve(std::size(kCommands));
   for (const Command& command : kCommands) names.push_back(command.name);
   const std::string hint = Hint(name, names);
-  throw UsageError((name.starts_with('-') ? "unknown option " : "unknown command ") +
-                   std::string(name) + (hint.empty() ? "; there are " + Joined(names) : hint));
+  throw WrongRequest((name.starts_with('-') ? "unknown option " : "unknown command ") +
+                     std::string(name) + (hint.empty() ? "; there are " + Joined(names) : hint));
 }
 
-// Makes a host the current one for as long as the object lives.
-class Installed {
- public:
-  explicit Installed(CliHost& host) : before_(CHost::SetCurrent(&host)) {}
-  Installed(const Installed&) = delete;
-  Installed& operator=(const Installed&) = delete;
-  ~Installed() { CHost::SetCurrent(before_); }
-
- private:
-  CHost* before_;
-};
-
 int Run(int argc, const char* const* argv) {
-  if (argc < 2) throw UsageError("no command");
+  if (argc < 2) throw WrongRequest("no command");
   const std::string_view first = argv[1];
   if (first == "--help" || first == "-h" || first == "help") {
     PrintHelp();
@@ -97,11 +85,11 @@ int Run(int argc, const char* const* argv) {
   }
   const Command& command = CommandNamed(first);
   CliHost host;
-  const Installed installed(host);
+  const CurrentHost current(host);
   return command.run(argc - 1, argv + 1, host);
 }
 
-int SayUsage(const std::exception& error, const std::string& command) {
+int SayUsage(const Error& error, const std::string& command) {
   Say((command.empty() ? "" : command + ": ") + error.what());
   std::fprintf(stderr, "Try 'vexel%s --help'.\n", command.empty() ? "" : (' ' + command).c_str());
   return kWrongUsage;
@@ -109,7 +97,7 @@ int SayUsage(const std::exception& error, const std::string& command) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int Main(int argc, const char* const* argv) {
   PreferLargePages();
   const auto isFirst = [=](const Command& command) { return argc > 1 && command.name == argv[1]; };
   const bool isKnown = std::any_of(kCommands.begin(), kCommands.end(), isFirst);
@@ -117,12 +105,17 @@ int main(int argc, char** argv) {
     const int status = Run(argc, argv);
     if (std::fflush(stdout) == 0) return status;
     Say("standard output cannot be written");
-  } catch (const UsageError& error) {
-    return SayUsage(error, isKnown ? argv[1] : "");
+  } catch (const Error& error) {
+    if (error.GetKind() == Error::Kind::request) return SayUsage(error, isKnown ? argv[1] : "");
+    if (!error.IsTold()) Say(error.what());
   } catch (const std::bad_alloc&) {
     Say("out of memory");
   } catch (const std::exception& error) {
-    if (*error.what() != '\0') Say(error.what());
+    Say(error.what());
   }
   return kFailed;
 }
+
+}  // namespace vexel::cli
+
+int main(int argc, char** argv) { return vexel::cli::Main(argc, argv); }

@@ -1,11 +1,11 @@
-#include "load.h"
+#include "kit/view/load.h"
 
-#include "brindle/specfile.h"
-#include "failure.h"
-#include "files.h"
-#include "platform/exceptions.h"
+#include <vexel/brindle/specfile.h>
+#include <vexel/platform/exceptions.h>
 
-namespace vexel::cli {
+#include "kit/files/files.h"
+
+namespace vexel {
 
 namespace {
 
@@ -49,13 +49,13 @@ struct Source {
   std::string subject;  // what messages call it
 };
 
-void LoadRows(CVELAData& data, const Source& source, std::string mapPath, CliHost& host) {
+void LoadRows(CVELAData& data, const Source& source, std::string mapPath, Listener& host) {
   if (mapPath.empty()) mapPath = NamedMap(source.path, source.folder);
   if (!mapPath.empty()) LoadMap(*data.map, mapPath, 0, host);
   host.SetSubject(source.subject);
   if (data.Build(Text(source.path), mapPath.empty() ? 1 : 0, 0) == 0) {
-    if (host.HasSpoken()) throw Failure();
-    throw Failure(source.subject, "the file ends where its table should begin");
+    if (host.HasSpoken()) throw host.LastError();
+    throw Failed(source.subject, "the file ends where its table should begin");
   }
   data.map->SetAreaDataPointers(&data);
 }
@@ -66,20 +66,21 @@ bool IsCompiledName(std::string_view path) {
   return path.size() >= 3 && EqualNoCase(path.substr(path.size() - 3), "mpc");
 }
 
-void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, CliHost& host) {
+void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, Listener& host) {
   CheckReadable(path);
   host.SetSubject(path);
   try {
     if (map.Build(Text(path), loadFloats, host.ShowsProgress() ? 1 : 0) != 0) return;
   } catch (const CArchiveException& error) {
-    throw Failure(path, error.cause == CArchiveException::endOfFile ? "the compiled file ends early"
-                                                                    : error.what());
+    throw Failed(path, error.cause == CArchiveException::endOfFile ? "the compiled file ends early"
+                                                                   : error.what());
   }
-  if (host.HasSpoken()) throw Failure();
-  throw Failure(path, "the map cannot be opened");
+  if (host.HasSpoken()) throw host.LastError();
+  throw Failed(path, "the map cannot be opened");
 }
 
-void LoadData(CVELAData& data, const std::string& path, const std::string& mapPath, CliHost& host) {
+void LoadData(CVELAData& data, const std::string& path, const std::string& mapPath,
+              Listener& host) {
   if (!IsStandard(path)) {
     CheckReadable(path);
     LoadRows(data, {path, FolderOf(path), path}, mapPath, host);
@@ -92,4 +93,4 @@ void LoadData(CVELAData& data, const std::string& path, const std::string& mapPa
   LoadRows(data, {copy, "", "standard input"}, mapPath, host);
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

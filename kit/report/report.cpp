@@ -1,13 +1,16 @@
-#include "report.h"
+#include "kit/report/report.h"
+
+#include <vexel/messages/messages.h>
 
 #include <nlohmann/json.hpp>
 
-#include "json_text.h"
-#include "load.h"
-#include "map_facts.h"
-#include "messages/messages.h"
+#include "kit/request/json_request.h"
+#include "kit/request/json_text.h"
+#include "kit/request/parameters.h"
+#include "kit/view/load.h"
+#include "kit/view/map_facts.h"
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -100,23 +103,24 @@ void AppendAreas(std::string& to, const View& view, const NumberSeparators& sepa
 
 }  // namespace
 
-std::string ReportText(View& view, const CMapGif& page, const ViewOptions& options, CliHost& host) {
+std::string ReportText(View& view, const CMapGif& page) {
   const Json head{{"map", MapJson(view.map)},
                   {"view", ViewJson(view.map, page)},
                   {"title", Text(view.map.GenerateTitle())},
                   {"variable", VariableJson(view)},
                   {"legend", LegendJson(view.legend)},
                   {"page",
-                   {{"width", options.width},
-                    {"height", options.height},
+                   {{"width", view.request.size.width},
+                    {"height", view.request.size.height},
                     {"map", RectJson(page.GetMapRect())},
                     {"legend", RectJson(page.GetLegendRect())}}}};
   std::string text = head.dump(2, ' ', false, Json::error_handler_t::replace);
   text.resize(text.rfind('\n'));  // without its closing brace
+  text += ",\n  \"request\": " + JsonText(view.request, "  ");
   text += ",\n  \"areas\": [";
-  AppendAreas(text, view, host.GetSeparators());
+  AppendAreas(text, view, view.listener.GetSeparators());
   text += "\n  ]\n}\n";
   return text;
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

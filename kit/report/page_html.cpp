@@ -1,13 +1,13 @@
-#include "page_html.h"
+#include "kit/report/page_html.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "json_text.h"
-#include "page_parts.h"
+#include "kit/report/page_parts.h"
+#include "kit/request/json_text.h"
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -141,9 +141,9 @@ std::string LevelHeadings(const View& view) {
 // map itself.
 class AreaWriter {
  public:
-  AreaWriter(const View& view, CliHost& host, CStdioFile& file)
+  AreaWriter(const View& view, CStdioFile& file)
       : view_(view),
-        separators_(host.GetSeparators()),
+        separators_(view.listener.GetSeparators()),
         missing_(view.legend.noDataText.View()),
         file_(file) {
     for (std::size_t slot = 0; slot < groupCells_.size(); ++slot)
@@ -211,7 +211,7 @@ class AreaWriter {
 
 }  // namespace
 
-std::string HtmlHead(View& view, const ViewOptions& options, const std::string& picture) {
+std::string HtmlHead(View& view, const std::string& picture) {
   const std::string title = HtmlEscaped(view.map.GenerateTitle().View());
   const std::string alternative =
       "Map: " + title + ". " + CountText(view.areas.size(), "area", "areas") + " in " +
@@ -221,21 +221,21 @@ std::string HtmlHead(View& view, const ViewOptions& options, const std::string& 
                             {"SWATCHES", SwatchStyles(view.legend)},
                             {"PICTURE", UrlEscaped(picture)},
                             {"ALTERNATIVE", alternative},
-                            {"WIDTH", std::to_string(options.width)},
-                            {"HEIGHT", std::to_string(options.height)}});
+                            {"WIDTH", std::to_string(view.request.size.width)},
+                            {"HEIGHT", std::to_string(view.request.size.height)}});
 }
 
-void WriteHtmlTail(View& view, CliHost& host, CStdioFile& file) {
+void WriteHtmlTail(View& view, CStdioFile& file) {
   file.WriteString(Filled(kPageTable, {{"LEGEND", HtmlEscaped(view.legend.title.View())},
                                        {"LEGENDROWS", LegendRows(view.legend)},
                                        {"TITLE", HtmlEscaped(view.map.GenerateTitle().View())},
                                        {"LEVELS", LevelHeadings(view)},
                                        {"VARIABLE", HtmlEscaped(SubjectOf(view))}}));
-  AreaWriter areas(view, host, file);
+  AreaWriter areas(view, file);
   areas.WriteRows();
   file.WriteString(kPageValues);
   areas.WriteEntries();
   file.WriteString(kPageEnd);
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

@@ -1,13 +1,15 @@
-#include "view.h"
+#include "kit/view/view.h"
+
+#include <vexel/brindle/text.h>
 
 #include <algorithm>
 
-#include "brindle/text.h"
-#include "failure.h"
-#include "hints.h"
-#include "load.h"
+#include "kit/request/error.h"
+#include "kit/request/hints.h"
+#include "kit/request/parameters.h"
+#include "kit/view/load.h"
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -38,23 +40,33 @@ int ColumnOf(const CVELAData& data, const std::string& option, std::string_view 
 
   std::string problem = option + ": there is no variable \"" + std::string(text) + '"';
   const std::string hint = Hint(text, names);
-  throw UsageError(problem + (hint.empty() ? "; there are " + Joined(names) : hint));
+  throw WrongRequest(problem + (hint.empty() ? "; there are " + Joined(names) : hint));
 }
 
-void Select(CVELAData& data, const ViewOptions& options) {
-  if (data.GetNumVars() < 1) throw Failure(options.data, "the file holds no variable");
-  if (!options.variable.empty()) {
-    data.SetVar1Selected(ColumnOf(data, "--var", options.variable));
+int IntervalTypeOf(std::string_view intervals) {
+  if (intervals == "widths") return CLegend::equalWidths;
+  return intervals == "bounds" ? CLegend::hostBounds : CLegend::equalCounts;
+}
+
+int PaletteNumberOf(std::string_view palette) {
+  const auto words = ParameterNamed("palette").words();
+  return static_cast<int>(std::find(words.begin(), words.end(), palette) - words.begin());
+}
+
+void Select(CVELAData& data, const Request& request) {
+  if (data.GetNumVars() < 1) throw Failed(request.data, "the file holds no variable");
+  if (!request.variable.empty()) {
+    data.SetVar1Selected(ColumnOf(data, "--var", request.variable));
   }
-  if (!options.calculation) return;
-  data.SetVar2Selected(ColumnOf(data, "--var2", options.secondVariable));
-  data.SetCalcSelected(*options.calculation);
+  if (!request.calculation) return;
+  data.SetVar2Selected(ColumnOf(data, "--var2", request.secondVariable));
+  data.SetCalcSelected(*request.calculation);
 }
 
 CMapOb* AreaOf(CVELAMap& map, const std::string& option, const CAreaStruct& key) {
   CMapOb* found = nullptr;
   if (map.Find(key, found) != 0 && found != &map) return found;
-  throw UsageError(option + ": the map has no area " + KeyText(key));
+  throw WrongRequest(option + ": the map has no area " + KeyText(key));
 }
 
 void CheckLevel(const CVELAMap& map, int level) {
@@ -67,7 +79,7 @@ void CheckLevel(const CVELAMap& map, int level) {
       text += " (" + std::string(map.GetLevelName(i).View()) + ')';
     }
   }
-  throw UsageError(text);
+  throw WrongRequest(text);
 }
 
 void Collect(CMapOb* node, int level, std::vector<CMapOb*>& areas) {
@@ -76,63 +88,78 @@ void Collect(CMapOb* node, int level, std::vector<CMapOb*>& areas) {
   node->ForEachChild([&](CMapOb& child) { Collect(&child, level, areas); });
 }
 
-void ChooseAreas(View& view, const ViewOptions& options) {
+void FindAreasOnShow(View& view) {
   CVELAMap& map = view.map;
-  if (options.zoom) map.ZoomTo(AreaOf(map, "--zoom", *options.zoom));
-  if (options.level) {
-    CheckLevel(map, *options.level);
-    map.PrepareLevelDrawing(*options.level);
-  }
   const CMapOb* root = map.GetDrawRoot();
   Collect(map.GetDrawRoot(), map.GetDrawLevel(), view.areas);
-  if (view.areas.empty()) {
-    const std::string place =
-        root == &map ? "the map" : "area " + KeyText(root->GetArea()) + " of the map";
-    throw Failure(place + " has no areas on level " + std::to_string(map.GetDrawLevel()));
-  }
-  for (const CAreaStruct& key : options.outlines) {
-    CMapOb* area = AreaOf(map, "--outline", key);
-    // Only what is on show has a colour to be filled with again.
-    if (std::find(view.areas.begin(), view.areas.end(), area) == view.areas.end()) {
-      throw UsageError("--outline: area " + KeyText(key) + " is none of those on show");
-    }
-    view.outlines.push_back(area);
-  }
-  for (const CAreaStruct& key : options.boxes) view.boxes.push_back(AreaOf(map, "--box", key));
+  if (!view.areas.empty()) return;
+  const std::string place =
+      root == &map ? "the map" : "area " + KeyText(root->GetArea()) + " of the map";
+  throw Failed(place + " has no areas on level " + std::to_string(map.GetDrawLevel()));
 }
 
-void Classify(View& view, const ViewOptions& options) {
+// The areas that an option names, which must be among those on show: only these have a place and a
+// colour on the page.
+std::vector<CMapOb*> AreasShown(View& view, const std::string& option,
+                                const std::vector<CAreaStruct>& keys) {
+  std::vector<CMapOb*> found;
+  found.reserve(keys.size());
+  for (const CAreaStruct& key : keys) {
+    CMapOb* area = AreaOf(view.map, option, key);
+    if (std::find(view.areas.begin(), view.areas.end(), area) == view.areas.end()) {
+      throw WrongRequest(option + ": area " + KeyText(key) + " is none of those on show");
+    }
+    found.push_back(area);
+  }
+  return found;
+}
+
+void ChooseAreas(View& view) {
+  const Request& request = view.request;
+  if (request.zoom) view.map.ZoomTo(AreaOf(view.map, "--zoom", *request.zoom));
+  if (request.level) {
+    CheckLevel(view.map, *request.level);
+    view.map.PrepareLevelDrawing(*request.level);
+  }
+  FindAreasOnShow(view);
+  view.outlines = AreasShown(view, "--outline", request.outlines);
+  view.boxes = AreasShown(view, "--box", request.boxes);
+}
+
+void Classify(View& view) {
+  const Request& request = view.request;
   CLegend& legend = view.legend;
-  legend.numGroups = options.groups.value_or(1);
-  legend.intervalType = options.intervals.value_or(CLegend::equalCounts);
-  legend.palette = options.palette;
-  legend.reverseColors = options.reverse ? 1 : 0;
-  legend.useGroupNames = options.groupNames.empty() ? 0 : 1;
-  for (std::size_t i = 0; i < options.bounds.size(); ++i) {
-    legend.groups[i].lower = options.bounds[i];
+  legend.numGroups = view.grouping.groups;
+  legend.intervalType = IntervalTypeOf(view.grouping.intervals);
+  legend.palette = PaletteNumberOf(request.palette);
+  legend.reverseColors = request.reverse ? 1 : 0;
+  legend.useGroupNames = request.groupNames.empty() ? 0 : 1;
+  for (std::size_t i = 0; i < request.bounds.size(); ++i) {
+    legend.groups[i].lower = request.bounds[i];
   }
-  for (std::size_t i = 0; i < options.groupNames.size(); ++i) {
-    legend.groups[i].groupName = CVELAString(std::string_view(options.groupNames[i]));
+  for (std::size_t i = 0; i < request.groupNames.size(); ++i) {
+    legend.groups[i].groupName = CVELAString(std::string_view(request.groupNames[i]));
   }
-  if (options.calculation) view.data.PerformCalc();
+  if (request.calculation) view.data.PerformCalc();
   legend.UpdateData(&view.map, &view.data);
 }
 
 }  // namespace
 
-View::View() {
+View::View(Request pageRequest, Listener* pageListener)
+    : ownListener_(pageListener == nullptr ? std::make_unique<Listener>() : nullptr),
+      listener(pageListener == nullptr ? *ownListener_ : *pageListener),
+      request(std::move(pageRequest)),
+      grouping(GroupingOf(request)) {
   map.data = &data;
   map.legend = &legend;
   data.map = &map;
-}
-
-void BuildView(View& view, const ViewOptions& options, CliHost& host) {
-  if (options.separators) host.SetSeparators(*options.separators);
-  host.SetProgressWanted(!options.quiet);
-  LoadData(view.data, options.data, options.map, host);
-  Select(view.data, options);
-  ChooseAreas(view, options);
-  Classify(view, options);
+  const CurrentHost current(listener);
+  if (request.separators) listener.SetSeparators(*request.separators);
+  LoadData(data, request.data, request.map, listener);
+  Select(data, request);
+  ChooseAreas(*this);
+  Classify(*this);
 }
 
 std::optional<double> ValueOf(const View& view, const CMapOb& area) {
@@ -170,4 +197,4 @@ std::string SubjectOf(View& view) {
   return std::string(title);
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

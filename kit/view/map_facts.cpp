@@ -1,8 +1,8 @@
-#include "map_facts.h"
+#include "kit/view/map_facts.h"
 
 #include <algorithm>
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -35,4 +35,4 @@ MapFacts CountMap(const CVELAMap& map) {
   return facts;
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

@@ -1,14 +1,14 @@
 // Counting what is in a map.
 
-#ifndef VEXEL_APPS_VEXEL_MAP_FACTS_H_
-#define VEXEL_APPS_VEXEL_MAP_FACTS_H_
+#ifndef VEXEL_KIT_VIEW_MAP_FACTS_H_
+#define VEXEL_KIT_VIEW_MAP_FACTS_H_
+
+#include <vexel/map/map.h>
 
 #include <string>
 #include <vector>
 
-#include "map/map.h"
-
-namespace vexel::cli {
+namespace vexel {
 
 struct MapFacts {
   // Names and numbers of areas by level; entry 0 is the uppermost below the map.
@@ -20,8 +20,8 @@ struct MapFacts {
   long long vertices = 0;
 };
 
-MapFacts CountMap(const CVELAMap& map);
+VEXEL_API MapFacts CountMap(const CVELAMap& map);
 
-}  // namespace vexel::cli
+}  // namespace vexel
 
-#endif  // VEXEL_APPS_VEXEL_MAP_FACTS_H_
+#endif  // VEXEL_KIT_VIEW_MAP_FACTS_H_

@@ -1,13 +1,11 @@
-#include "json_text.h"
+#include "kit/request/json_text.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <nlohmann/json.hpp>
 
-#include "view_options.h"
+#include "kit/request/values.h"
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -28,14 +26,7 @@ void AppendJson(std::string& to, std::string_view text) {
 }
 
 void AppendJson(std::string& to, std::optional<double> number) {
-  constexpr std::size_t kLongest = 32;
-  if (!number) {
-    to += "null";
-    return;
-  }
-  std::array<char, kLongest> text;
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), *number).ptr;
-  to.append(text.data(), end);
+  to += number ? NumberText(*number) : "null";
 }
 
 void AppendJson(std::string& to, const CAreaStruct& key) { to += '[' + KeyText(key) + ']'; }
@@ -50,4 +41,4 @@ std::string ColorText(unsigned long color) {
   return text;
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

@@ -1,11 +1,11 @@
 // The fixed text of a web page. "$NAME$" marks what is filled in.
 
-#ifndef VEXEL_APPS_VEXEL_PAGE_PARTS_H_
-#define VEXEL_APPS_VEXEL_PAGE_PARTS_H_
+#ifndef VEXEL_KIT_REPORT_PAGE_PARTS_H_
+#define VEXEL_KIT_REPORT_PAGE_PARTS_H_
 
 #include <string_view>
 
-namespace vexel::cli {
+namespace vexel {
 
 inline constexpr std::string_view kPageHead = R"html(<!DOCTYPE html>
 <html lang="en">
@@ -179,6 +179,6 @@ light(null);
 </html>
 )html";
 
-}  // namespace vexel::cli
+}  // namespace vexel
 
-#endif  // VEXEL_APPS_VEXEL_PAGE_PARTS_H_
+#endif  // VEXEL_KIT_REPORT_PAGE_PARTS_H_

@@ -1,7 +1,8 @@
-#include "files.h"
+#include "kit/files/files.h"
 
 #include <fcntl.h>
 #include <unistd.h>
+#include <vexel/platform/file.h>
 
 #include <array>
 #include <cerrno>
@@ -9,9 +10,9 @@
 #include <cstring>
 #include <filesystem>
 
-#include "platform/file.h"
+#include "kit/request/error.h"
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace fs = std::filesystem;
 
@@ -42,7 +43,7 @@ std::string ReadAll(int descriptor, const std::string& name) {
     text.resize(filled + kBlock);
     const ssize_t got = ::read(descriptor, text.data() + filled, kBlock);
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) throw Failure(name, SystemReason());
+    if (got < 0) throw Failed(name, SystemReason());
     if (got == 0) break;
     filled += static_cast<std::size_t>(got);
   }
@@ -54,7 +55,7 @@ void WriteStandardOutput(std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) throw Failure("standard output", SystemReason());
+    if (written <= 0) throw Failed("standard output", SystemReason());
     text.remove_prefix(static_cast<std::size_t>(written));
   }
 }
@@ -64,11 +65,11 @@ void WriteStandardOutput(std::string_view text) {
 void CheckReadable(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (fs::is_directory(status)) throw Failure(path, "is a folder, not a file");
+  if (fs::is_directory(status)) throw Failed(path, "is a folder, not a file");
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (file.Get() < 0) throw Failure(path, SystemReason());
+  if (file.Get() < 0) throw Failed(path, SystemReason());
   if (fs::is_regular_file(status) && fs::file_size(path, error) == 0) {
-    throw Failure(path, "the file is empty");
+    throw Failed(path, "the file is empty");
   }
 }
 
@@ -98,28 +99,16 @@ void WriteText(const std::string& name, std::string_view text) {
   }
   CFile file;
   if (file.Open(name.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
-    throw Failure(name, "cannot be opened for writing");
+    throw Failed(name, "cannot be opened for writing");
   }
   file.Write(text.data(), text.size());
-  if (file.Close() == 0) throw Failure(name, "cannot be written");
-}
-
-void WriteThrough(const std::string& name,
-                  const std::function<void(const std::string& path)>& write) {
-  if (!IsStandard(name)) {
-    write(name);
-    return;
-  }
-  const TemporaryFolder folder;
-  const std::string path = folder.PathOf("out");
-  write(path);
-  WriteText(name, ReadFile(path));
+  if (file.Close() == 0) throw Failed(name, "cannot be written");
 }
 
 TemporaryFolder::TemporaryFolder() {
   const char* parent = std::getenv("TMPDIR");
   path_ = std::string(parent == nullptr || *parent == '\0' ? "/tmp" : parent) + "/vexel-XXXXXX";
-  if (::mkdtemp(path_.data()) == nullptr) throw Failure(path_, SystemReason());
+  if (::mkdtemp(path_.data()) == nullptr) throw Failed(path_, SystemReason());
 }
 
 TemporaryFolder::~TemporaryFolder() {
@@ -139,7 +128,7 @@ std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input")
 
 std::string ReadFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (file.Get() < 0) throw Failure(path, SystemReason());
+  if (file.Get() < 0) throw Failed(path, SystemReason());
   return ReadAll(file.Get(), path);
 }
 
@@ -152,4 +141,4 @@ SignalHold::SignalHold() {
 
 SignalHold::~SignalHold() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
-}  // namespace vexel::cli
+}  // namespace vexel

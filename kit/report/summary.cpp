@@ -1,8 +1,8 @@
-#include "summary.h"
+#include "kit/report/summary.h"
 
 #include <algorithm>
 
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -55,7 +55,7 @@ std::string LostRowsText(std::span<const LostRow> rows) {
   return text;
 }
 
-std::string SummaryText(View& view, const CliHost& host) {
+std::string SummaryText(View& view) {
   const CLegend& legend = view.legend;
   Lines lines;
   for (int i = 0; i < legend.numGroups; ++i) {
@@ -77,8 +77,9 @@ std::string SummaryText(View& view, const CliHost& host) {
   lines.push_back(std::move(last));
 
   std::string text = std::string(view.map.GenerateTitle().View()) + '\n' + Aligned(lines, "  ");
-  if (!host.GetLostRows().empty()) text += LostRowsText(host.GetLostRows()) + '\n';
+  const auto& lost = view.listener.GetLostRows();
+  if (!lost.empty()) text += LostRowsText(lost) + '\n';
   return text;
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

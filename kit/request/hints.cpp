@@ -1,13 +1,13 @@
-#include "hints.h"
+#include "kit/request/hints.h"
+
+#include <vexel/platform/string.h>
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 #include <vector>
 
-#include "platform/string.h"
-
-namespace vexel::cli {
+namespace vexel {
 
 namespace {
 
@@ -65,4 +65,4 @@ std::string Joined(std::span<const std::string_view> names) {
   return joined;
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel

@@ -1,43 +1,37 @@
 // Files as the command line names them, with "-" for standard input and output.
 
-#ifndef VEXEL_APPS_VEXEL_FILES_H_
-#define VEXEL_APPS_VEXEL_FILES_H_
+#ifndef VEXEL_KIT_FILES_FILES_H_
+#define VEXEL_KIT_FILES_FILES_H_
+
+#include <vexel/platform/export.h>
 
 #include <csignal>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "failure.h"
-
-namespace vexel::cli {
+namespace vexel {
 
 inline bool IsStandard(std::string_view name) { return name == "-"; }
 
-// Throws Failure, with the reason, unless the file can be read and holds something.
-void CheckReadable(const std::string& path);
+// Throws an Error, with the reason, unless the file can be read and holds something.
+VEXEL_API void CheckReadable(const std::string& path);
 
 // The path without its last part, with the closing separator; empty when there is none.
-std::string FolderOf(std::string_view path);
+VEXEL_API std::string FolderOf(std::string_view path);
 
 // The path with another extension, which comes with its dot.
-std::string WithExtension(std::string_view path, std::string_view extension);
+VEXEL_API std::string WithExtension(std::string_view path, std::string_view extension);
 
 // The relative path by which something in `folder` reaches `path`; both as seen from the working
 // folder.
-std::string RelativeTo(const std::string& path, const std::string& folder);
+VEXEL_API std::string RelativeTo(const std::string& path, const std::string& folder);
 
 // Writes text to a file, which takes its place only when it is whole, or to standard output.
-void WriteText(const std::string& name, std::string_view text);
-
-// Calls a writer with the path that it is to write: the named file, or for standard output one in
-// between, which is passed on when the writer is done.
-void WriteThrough(const std::string& name,
-                  const std::function<void(const std::string& path)>& write);
+VEXEL_API void WriteText(const std::string& name, std::string_view text);
 
 // A folder of our own for files in between, which goes with all that is in it.
-class TemporaryFolder {
+class VEXEL_API TemporaryFolder {
  public:
   TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;
@@ -52,7 +46,7 @@ class TemporaryFolder {
 
 // An output that the library writes to a file of that path; for standard output it is one in
 // between, which Deliver hands on.
-class LibraryOutput {
+class VEXEL_API LibraryOutput {
  public:
   explicit LibraryOutput(const std::string& name);
 
@@ -64,18 +58,13 @@ class LibraryOutput {
   std::string path_;
 };
 
-// Has the library write one output. `write` gets the path, and gives false when it has told the
-// user of a failure.
-template <typename Write>
-void WriteThrough(const std::string& name, Write write);
-
 // Everything that standard input holds, and a whole file.
-std::string ReadStandardInput();
-std::string ReadFile(const std::string& path);
+VEXEL_API std::string ReadStandardInput();
+VEXEL_API std::string ReadFile(const std::string& path);
 
 // Keeps the signals that end a program waiting for as long as it lives, so that outputs are
 // written whole, and their temporary files go, before one takes effect.
-class SignalHold {
+class VEXEL_API SignalHold {
  public:
   SignalHold();
   SignalHold(const SignalHold&) = delete;
@@ -86,14 +75,15 @@ class SignalHold {
   sigset_t before_;
 };
 
+// Has the library write one output. `write` gets the path, and throws when that fails.
 template <typename Write>
 void WriteThrough(const std::string& name, Write write) {
   const SignalHold hold;
   const LibraryOutput output(name);
-  if (!write(output.Path())) throw Failure();
+  write(output.Path());
   output.Deliver();
 }
 
-}  // namespace vexel::cli
+}  // namespace vexel
 
-#endif  // VEXEL_APPS_VEXEL_FILES_H_
+#endif  // VEXEL_KIT_FILES_FILES_H_

@@ -1,0 +1,247 @@
+#include "kit/request/parameters.h"
+
+#include <vexel/legend/legend.h>
+#include <vexel/map/map.h>
+
+#include <algorithm>
+#include <array>
+
+#include "kit/request/error.h"
+#include "kit/request/hints.h"
+
+namespace vexel {
+
+namespace {
+
+using Kind = ParameterKind;
+using Group = ParameterGroup;
+using Texts = Parameter::Texts;
+using Values = Parameter::Values;
+using Words = std::vector<std::string_view>;
+
+constexpr std::array<std::string_view, 4> kCalculations{"percent-change", "percent", "ratio",
+                                                        "difference"};
+constexpr std::array<std::string_view, 3> kIntervals{"counts", "widths", "bounds"};
+constexpr std::array<std::string_view, 6> kPalettes{"spectrum", "blue",   "green",
+                                                    "red",      "yellow", "grey"};
+
+Words CalculationWords() { return {kCalculations.begin(), kCalculations.end()}; }
+Words IntervalWords() { return {kIntervals.begin(), kIntervals.end()}; }
+Words PaletteWords() { return {kPalettes.begin(), kPalettes.end()}; }
+
+// The position of a word in a list.
+std::size_t ParseChoice(std::string_view text, const Words& words) {
+  const auto found = std::find(words.begin(), words.end(), text);
+  if (found != words.end()) return static_cast<std::size_t>(found - words.begin());
+  throw WrongRequest(Quoted(text) + " is none of " + Joined(words) + Hint(text, words));
+}
+
+std::vector<double> ParseBounds(Values values) {
+  std::vector<double> bounds(values.size());
+  std::transform(values.begin(), values.end(), bounds.begin(), ParseNumber);
+  const auto notAscending =
+      std::adjacent_find(bounds.begin(), bounds.end(), [](double a, double b) { return a >= b; });
+  if (notAscending != bounds.end()) {
+    throw WrongRequest(Quoted(NumberText(*notAscending) + ',' + NumberText(notAscending[1])) +
+                       " does not ascend");
+  }
+  if (bounds.size() > CLegend::kMostGroups) {
+    throw WrongRequest("more than " + std::to_string(CLegend::kMostGroups) + " bounds");
+  }
+  return bounds;
+}
+
+// The other way: what `get` gives.
+Texts One(bool isSaid, std::string text) {
+  Texts texts;
+  if (isSaid) texts.push_back(std::move(text));
+  return texts;
+}
+Texts Flag(bool isSaid) { return One(isSaid, "1"); }
+
+template <typename List, typename ToText>
+Texts Each(const List& list, ToText toText) {
+  Texts texts;
+  texts.reserve(list.size());
+  for (const auto& value : list) texts.push_back(toText(value));
+  return texts;
+}
+
+bool ParseFlag(std::string_view text) {
+  constexpr std::array<std::string_view, 5> kYes{"1", "true", "yes", "on", ""};
+  constexpr std::array<std::string_view, 4> kNo{"0", "false", "no", "off"};
+  const auto isText = [=](std::string_view word) { return EqualNoCase(word, text); };
+  if (std::any_of(kYes.begin(), kYes.end(), isText)) return true;
+  if (std::any_of(kNo.begin(), kNo.end(), isText)) return false;
+  throw WrongRequest(Quoted(text) + " is neither yes nor no");
+}
+
+constexpr std::array kParameters{
+    Parameter{"data", Kind::text, Group::source, "FILE", "Map data file, or - for standard input",
+              "", true, [](Request& r, Values v) { r.data = v.front(); },
+              [](const Request& r) { return One(!r.data.empty(), r.data); }, nullptr},
+    Parameter{"map", Kind::text, Group::what, "FILE",
+              "Map to use instead of the one that DATA names", "", true,
+              [](Request& r, Values v) { r.map = v.front(); },
+              [](const Request& r) { return One(!r.map.empty(), r.map); }, nullptr},
+    Parameter{
+        "var", Kind::text, Group::what, "NAME|NUMBER",
+        "Variable to show, by name or counted from 1", "1", false,
+        [](Request& r, Values v) { r.variable = v.front(); },
+        [](const Request& r) { return One(!r.variable.empty() && r.variable != "1", r.variable); },
+        nullptr},
+    Parameter{"var2", Kind::text, Group::what, "NAME|NUMBER", "Second variable, for --calc", "",
+              false, [](Request& r, Values v) { r.secondVariable = v.front(); },
+              [](const Request& r) { return One(!r.secondVariable.empty(), r.secondVariable); },
+              nullptr},
+    Parameter{"calc", Kind::choice, Group::what, "WORD", "Derive a value from both", "", false,
+              [](Request& r, Values v) {
+                r.calculation = static_cast<int>(ParseChoice(v.front(), CalculationWords()));
+              },
+              [](const Request& r) {
+                const auto number = static_cast<std::size_t>(r.calculation.value_or(0));
+                return One(r.calculation.has_value(), std::string(kCalculations.at(number)));
+              },
+              CalculationWords},
+    Parameter{"zoom", Kind::key, Group::what, "KEY", "Area to show alone, by its codes, as in 12,3",
+              "", false, [](Request& r, Values v) { r.zoom = ParseKey(v.front()); },
+              [](const Request& r) {
+                return One(r.zoom.has_value(), KeyText(r.zoom.value_or(CAreaStruct())));
+              },
+              nullptr},
+    Parameter{"level", Kind::number, Group::what, "N",
+              "Level of areas to draw, 1 being the uppermost", "", false,
+              [](Request& r, Values v) {
+                r.level = ParseIntBetween(v.front(), 1, CVELAMap::kMostLevels - 1);
+              },
+              [](const Request& r) {
+                return One(r.level.has_value(), std::to_string(r.level.value_or(0)));
+              },
+              nullptr},
+
+    Parameter{"groups", Kind::number, Group::classes, "1..7", "Number of groups", "5", false,
+              [](Request& r, Values v) {
+                r.groups = ParseIntBetween(v.front(), 1, CLegend::kMostGroups);
+              },
+              [](const Request& r) {
+                const bool says = r.groups && *r.groups != DefaultGroups(r);
+                return One(says, std::to_string(r.groups.value_or(0)));
+              },
+              nullptr},
+    Parameter{"intervals", Kind::choice, Group::classes, "WORD", "Where groups begin", "counts",
+              false,
+              [](Request& r, Values v) {
+                ParseChoice(v.front(), IntervalWords());
+                r.intervals = v.front();
+              },
+              [](const Request& r) {
+                const bool says =
+                    !r.intervals.empty() && r.intervals != (r.bounds.empty() ? "counts" : "bounds");
+                return One(says, r.intervals);
+              },
+              IntervalWords},
+    Parameter{"bounds", Kind::list, Group::classes, "A,B,C",
+              "Lowest value of each group, ascending", "", false,
+              [](Request& r, Values v) { r.bounds = ParseBounds(v); },
+              [](const Request& r) { return Each(r.bounds, NumberText); }, nullptr},
+    Parameter{"palette", Kind::choice, Group::classes, "WORD", "Colours", "blue", false,
+              [](Request& r, Values v) {
+                ParseChoice(v.front(), PaletteWords());
+                r.palette = v.front();
+              },
+              [](const Request& r) { return One(r.palette != "blue", r.palette); }, PaletteWords},
+    Parameter{"reverse", Kind::flag, Group::classes, "", "Colours in reverse order", "", false,
+              [](Request& r, Values v) { r.reverse = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.reverse); }, nullptr},
+    Parameter{"group-names", Kind::list, Group::classes, "A,B,C",
+              "Names in the legend instead of ranges", "", false,
+              [](Request& r, Values v) { r.groupNames.assign(v.begin(), v.end()); },
+              [](const Request& r) { return r.groupNames; }, nullptr},
+
+    Parameter{"size", Kind::text, Group::page, "WIDTHxHEIGHT", "Size in pixels", "800x600", false,
+              [](Request& r, Values v) { r.size = ParseSize(v.front()); },
+              [](const Request& r) { return One(r.size != PageSize(), SizeText(r.size)); },
+              nullptr},
+    Parameter{"outline", Kind::repeated, Group::page, "KEY",
+              "Area to draw once more with an outline that stands out", "", false,
+              [](Request& r, Values v) {
+                r.outlines.resize(v.size());
+                std::transform(v.begin(), v.end(), r.outlines.begin(), ParseKey);
+              },
+              [](const Request& r) {
+                return Each(r.outlines, [](const CAreaStruct& key) { return KeyText(key); });
+              },
+              nullptr},
+    Parameter{"box", Kind::repeated, Group::page, "KEY", "Area to label with its name and value",
+              "", false,
+              [](Request& r, Values v) {
+                r.boxes.resize(v.size());
+                std::transform(v.begin(), v.end(), r.boxes.begin(), ParseKey);
+              },
+              [](const Request& r) {
+                return Each(r.boxes, [](const CAreaStruct& key) { return KeyText(key); });
+              },
+              nullptr},
+    Parameter{"no-title", Kind::flag, Group::page, "", "Leave out the title; its place stays empty",
+              "", false, [](Request& r, Values v) { r.noTitle = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.noTitle); }, nullptr},
+    Parameter{"no-legend", Kind::flag, Group::page, "",
+              "Leave out the legend; its place stays empty", "", false,
+              [](Request& r, Values v) { r.noLegend = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.noLegend); }, nullptr},
+    Parameter{"separators", Kind::text, Group::page, "XY",
+              "Characters between thousands and before decimals, as in \".,\"; one alone is for"
+              " decimals",
+              "those of the locale", false,
+              [](Request& r, Values v) { r.separators = ParseSeparators(v.front()); },
+              [](const Request& r) {
+                return One(r.separators.has_value(),
+                           SeparatorsText(r.separators.value_or(NumberSeparators())));
+              },
+              nullptr},
+};
+
+}  // namespace
+
+std::span<const Parameter> AllParameters() { return kParameters; }
+
+const Parameter& ParameterNamed(std::string_view name) {
+  const auto* found = std::find_if(kParameters.begin(), kParameters.end(),
+                                   [=](const Parameter& each) { return each.name == name; });
+  if (found != kParameters.end()) return *found;
+  Words names(kParameters.size());
+  std::transform(kParameters.begin(), kParameters.end(), names.begin(),
+                 [](const Parameter& each) { return each.name; });
+  throw WrongRequest("unknown parameter " + Quoted(name) + Hint(name, names));
+}
+
+void SetParameter(Request& request, const Parameter& parameter, std::string_view text,
+                  const std::string& spelled) {
+  if (parameter.kind == Kind::list) {
+    SetParameter(request, parameter, Split(text, ','), spelled);
+  } else {
+    SetParameter(request, parameter, {&text, 1}, spelled);
+  }
+}
+
+void SetParameter(Request& request, const Parameter& parameter,
+                  std::span<const std::string_view> values, const std::string& spelled) {
+  const bool isSeveral = parameter.kind == Kind::list || parameter.kind == Kind::repeated;
+  if (values.empty() || (values.size() > 1 && !isSeveral)) {
+    throw WrongRequest(spelled + ": takes " + (isSeveral ? "a value at least" : "one value"));
+  }
+  try {
+    parameter.set(request, values);
+  } catch (const Error& error) {
+    throw WrongRequest(spelled + ": " + error.what());
+  }
+}
+
+bool AskTheSame(const Request& a, const Request& b) {
+  return std::all_of(kParameters.begin(), kParameters.end(),
+                     [&](const Parameter& each) { return each.get(a) == each.get(b); });
+}
+
+std::span<const std::string_view> CalculationNames() { return kCalculations; }
+
+}  // namespace vexel

@@ -1,0 +1,55 @@
+#include "kit/request/request.h"
+
+#include <vexel/legend/legend.h>
+
+#include <algorithm>
+
+#include "kit/request/error.h"
+
+namespace vexel {
+
+namespace {
+
+constexpr int kDefaultGroups = 5;
+constexpr std::string_view kHostBounds = "bounds";
+constexpr std::string_view kDefaultIntervals = "counts";
+
+template <typename List>
+int Count(const List& list) {
+  return static_cast<int>(list.size());
+}
+
+void CheckNumber(int groups, int number, const std::string& where) {
+  if (number == 0 || number == groups) return;
+  throw WrongRequest(std::to_string(groups) + " groups but " + std::to_string(number) + " in " +
+                     where);
+}
+
+}  // namespace
+
+Grouping GroupingOf(const Request& request) {
+  if (request.calculation.has_value() == request.secondVariable.empty()) {
+    throw WrongRequest("--calc and --var2 go together");
+  }
+  const bool hasBounds = !request.bounds.empty();
+  Grouping grouping{0, hasBounds ? kHostBounds : kDefaultIntervals};
+  if (!request.intervals.empty()) grouping.intervals = request.intervals;
+  if (hasBounds != (grouping.intervals == kHostBounds)) {
+    throw WrongRequest(hasBounds ? "--bounds needs --intervals bounds, which may be left out"
+                                 : "--intervals bounds needs --bounds");
+  }
+  grouping.groups = request.groups.value_or(DefaultGroups(request));
+  CheckNumber(grouping.groups, Count(request.bounds), "--bounds");
+  CheckNumber(grouping.groups, Count(request.groupNames), "--group-names");
+  if (grouping.groups > CLegend::kMostGroups) {
+    throw WrongRequest("more than " + std::to_string(CLegend::kMostGroups) + " groups");
+  }
+  return grouping;
+}
+
+int DefaultGroups(const Request& request) {
+  const int named = std::max(Count(request.bounds), Count(request.groupNames));
+  return named == 0 ? kDefaultGroups : named;
+}
+
+}  // namespace vexel

@@ -1,0 +1,77 @@
+// The kit as the engine's host: hears what the engine has to say and keeps it.
+
+#ifndef VEXEL_KIT_VIEW_LISTENER_H_
+#define VEXEL_KIT_VIEW_LISTENER_H_
+
+#include <vexel/platform/host.h>
+#include <vexel/platform/profile.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kit/request/error.h"
+
+namespace vexel {
+
+// A row of a data file whose area the map does not have.
+struct LostRow {
+  std::string codes;  // "12, 3"
+  std::string name;
+};
+
+// Answers OK to every box. Messages go to Tell, one line each; rows without an area are kept
+// instead of told one by one. A program derives from this to show messages and progress.
+class VEXEL_API Listener : public CHost {
+ public:
+  int ShowBox(const CString& text, unsigned flags) override;
+
+  // The separators of numbers: the ones set, else those of DefaultSeparators.
+  CString GetProfileText(const char* section, const char* key, const char* defaultText) override;
+
+  // What the engine is about to work on; messages that do not name it get it in front. Forgets the
+  // last message.
+  void SetSubject(const std::string& subject);
+
+  // The last message since then, with its subject; empty when there has been none.
+  const std::string& GetLastMessage() const { return lastMessage_; }
+  bool HasSpoken() const { return !lastMessage_.empty(); }
+
+  // An error with that message, which has been told already.
+  Error LastError() const { return Failed(lastMessage_).SetTold(); }
+
+  void SetSeparators(const NumberSeparators& separators) { separators_ = separators; }
+  const NumberSeparators& GetSeparators();
+
+  // Whether a text map should show its progress, by CHost's operations.
+  virtual bool ShowsProgress() const { return false; }
+
+  const std::vector<LostRow>& GetLostRows() const { return lostRows_; }
+
+ protected:
+  virtual void Tell(const std::string& /*message*/) {}
+  virtual NumberSeparators DefaultSeparators() const { return {}; }
+
+ private:
+  std::string subject_;
+  std::string lastMessage_;
+  std::vector<LostRow> lostRows_;
+  std::optional<NumberSeparators> separators_;
+};
+
+// Makes a host the current one of the thread for as long as the object lives.
+class CurrentHost {
+ public:
+  explicit CurrentHost(CHost& host) : before_(CHost::SetCurrent(&host)) {}
+  CurrentHost(const CurrentHost&) = delete;
+  CurrentHost& operator=(const CurrentHost&) = delete;
+  ~CurrentHost() { CHost::SetCurrent(before_); }
+
+ private:
+  CHost* before_;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_KIT_VIEW_LISTENER_H_

@@ -1,0 +1,38 @@
+// The GIF page of a view.
+
+#ifndef VEXEL_KIT_VIEW_PAGE_H_
+#define VEXEL_KIT_VIEW_PAGE_H_
+
+#include <vexel/render/mapgif.h>
+
+#include <string>
+
+#include "kit/view/view.h"
+
+namespace vexel {
+
+// A page laid out and with its image, in the size that the request says, on which nothing has been
+// drawn yet. The view stays the caller's and must outlive it.
+class VEXEL_API GifPage : public CMapGif {
+ public:
+  // `file` is where Save puts the picture.
+  GifPage(View& view, const std::string& file);
+
+  // Draws everything that the request asks for: areas, outlines, title, legend, boxes. With an HTML
+  // file set, each area gets its line, whose link calls `show('…')` of the page with its codes.
+  // Throws an Error for a map that cannot be drawn.
+  void Draw();
+
+ private:
+  void DrawAreas();
+
+  View& view_;
+};
+
+// Draws the page and writes it to a file, which takes its place only when it is whole. Throws an
+// Error of kind failure.
+VEXEL_API void WriteGif(View& view, const std::string& file);
+
+}  // namespace vexel
+
+#endif  // VEXEL_KIT_VIEW_PAGE_H_

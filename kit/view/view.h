@@ -1,0 +1,63 @@
+// A map with its data and legend, set up to show what a request asks for.
+
+#ifndef VEXEL_KIT_VIEW_VIEW_H_
+#define VEXEL_KIT_VIEW_VIEW_H_
+
+#include <vexel/data/dataset.h>
+#include <vexel/legend/legend.h>
+#include <vexel/map/map.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kit/request/request.h"
+#include "kit/view/listener.h"
+
+namespace vexel {
+
+// Loads, selects, zooms, calculates and classifies: from there on a page can be drawn, of it and of
+// nothing else. One thread works with a view; different threads may have views of their own.
+struct VEXEL_API View {
+  // Throws an Error: of kind request where the request names what the files do not hold, of kind
+  // failure where a file cannot be loaded. What the engine has to say goes to the listener, which
+  // stays the caller's and must outlive the view; without one it is kept in one of the view's own.
+  explicit View(Request pageRequest, Listener* pageListener = nullptr);
+  View(const View&) = delete;
+  View& operator=(const View&) = delete;
+
+ private:
+  std::unique_ptr<Listener> ownListener_;
+
+ public:
+  Listener& listener;
+  Request request;
+  Grouping grouping;
+
+  CVELAMap map;
+  CVELAData data;
+  CLegend legend;
+
+  // The areas on show, in the order in which they are painted.
+  std::vector<CMapOb*> areas;
+  std::vector<CMapOb*> outlines;
+  std::vector<CMapOb*> boxes;
+};
+
+// The selected value of an area; nothing when it has none.
+VEXEL_API std::optional<double> ValueOf(const View& view, const CMapOb& area);
+
+// The same as text; `missing` when there is none.
+VEXEL_API std::string ValueText(const View& view, const CMapOb& area,
+                                const NumberSeparators& separators, const std::string& missing);
+
+// The group of a value, counted from 0, by the rule that colours the areas.
+VEXEL_API std::optional<int> GroupOf(const CLegend& legend, double value);
+
+// What the page shows, without the place: the variable's name, or the calculation.
+VEXEL_API std::string SubjectOf(View& view);
+
+}  // namespace vexel
+
+#endif  // VEXEL_KIT_VIEW_VIEW_H_
