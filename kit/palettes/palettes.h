@@ -67,6 +67,15 @@ VEXEL_API std::vector<std::uint32_t> Reversed(std::span<const std::uint32_t> col
 VEXEL_API std::vector<std::uint32_t> CenteredColors(const Palette& palette, int below, int above,
                                                     bool middleClass = false);
 
+// A list to read, a palette on each line: name, kind, and "colour-blind safe" where it is. With
+// color each line begins with a bar of the colours for 7 classes, for terminals with 24-bit ANSI
+// colours.
+VEXEL_API std::string PalettesText(bool color);
+
+// The same as JSON, in lines: {"palettes": [{"name", "kind", "colorBlindSafe", "colors"}]}, where
+// "colors" has for each number of classes, "1" to "7", the list of its colours as "#RRGGBB".
+VEXEL_API std::string PalettesJson();
+
 }  // namespace vexel
 
 #endif  // VEXEL_KIT_PALETTES_PALETTES_H_

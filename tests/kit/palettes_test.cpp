@@ -198,5 +198,42 @@ TEST(CenteredColors, RefuseWhatHasNoCentre) {
   }
 }
 
+bool Has(const std::string& text, std::string_view part) {
+  return text.find(part) != std::string::npos;
+}
+
+TEST(Listing, HasALineForEachPalette) {
+  const std::string plain = PalettesText(false);
+  EXPECT_EQ(plain.find("spectrum  rainbow\nblue      sequential  colour-blind safe\n"), 0U);
+  EXPECT_EQ(static_cast<std::size_t>(std::count(plain.begin(), plain.end(), '\n')),
+            Palettes().size());
+  EXPECT_FALSE(Has(plain, "\x1B"));
+  EXPECT_TRUE(Has(PalettesText(true),
+                  "\n\x1B[48;2;239;243;255m  \x1B[48;2;198;219;239m  \x1B[48;2;158;202;225m  "
+                  "\x1B[48;2;107;174;214m  \x1B[48;2;66;146;198m  \x1B[48;2;33;113;181m  "
+                  "\x1B[48;2;8;69;148m  \x1B[0m  Blues     sequential\n"));
+}
+
+TEST(Listing, IsJson) {
+  const std::string json = PalettesJson();
+  EXPECT_EQ(json.find(R"({
+  "palettes": [
+    {
+      "name": "spectrum",
+      "kind": "rainbow",
+      "colorBlindSafe": false,
+      "colors": {
+        "1": ["#0000FF"],
+        "2": ["#0000FF", "#FF0000"],
+)"),
+            0U);
+  EXPECT_TRUE(Has(json, R"("#3288BD"]
+      }
+    }
+  ]
+}
+)"));
+}
+
 }  // namespace
 }  // namespace vexel::test
