@@ -81,7 +81,7 @@ double MeanOf(std::span<const double> values) {
   return std::clamp(std::ldexp(mean.high, exponent), values.front(), values.back());
 }
 
-std::string NumberText(double number) {
+std::string NoteText(double number) {
   std::array<char, 32> text{};
   const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
   return {text.data(), end};

@@ -33,7 +33,7 @@ int CountDifferent(std::span<const double> values);
 double MeanOf(std::span<const double> values);
 
 // The shortest decimal text that reads back as the number.
-std::string NumberText(double number);
+std::string NoteText(double number);
 
 // The power of two that brings all values into -1..1, where their squares and sums are safe.
 int ExponentOf(std::span<const double> values);

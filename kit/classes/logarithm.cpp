@@ -9,7 +9,7 @@ ClassBounds LogarithmClasses(std::span<const double> values, int count) {
   auto answer = WithoutChoice(values, count);
   if (!values.empty() && values.front() <= 0.0) {
     throw ClassError("equal steps of the logarithm need values above 0; the least value is " +
-                     NumberText(values.front()));
+                     NoteText(values.front()));
   }
   if (answer) return *std::move(answer);
   // Logarithms to the base of ten: bounds at powers of ten come out exact.

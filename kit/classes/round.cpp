@@ -96,7 +96,7 @@ ClassBounds RoundClasses(std::span<const double> values, int count) {
   if (auto answer = WithoutChoice(values, count)) return *std::move(answer);
   RoundBounds found = Choose(values, count);
   return InOrder(values, std::move(found.lower), count,
-                 "the bounds are " + NumberText(Multiple(1, found.step)) + " apart");
+                 "the bounds are " + NoteText(Multiple(1, found.step)) + " apart");
 }
 
 }  // namespace vexel

@@ -251,6 +251,7 @@ TEST(Classes, OfAnyValuesAndMethodAreLawful) {
       const int count = 1 + random.Below(kMostClasses);
       SCOPED_TRACE(testing::Message() << method.name << ' ' << count << " seed " << kSeed << ' '
                                       << testing::PrintToString(values));
+      const double midpoint = values.empty() ? 0.0 : values[values.size() / 2];
       try {
         const ClassBounds bounds = method.find(values, count);
         ExpectLawful(bounds, values, count);
@@ -258,6 +259,10 @@ TEST(Classes, OfAnyValuesAndMethodAreLawful) {
         if (method.name == "round" && !values.empty()) {
           EXPECT_GT(std::min(counts.front(), counts.back()), 0);
         }
+        ExpectLawful(ClassesWithZeroApart(values, count, method.find), values, count);
+        const MidpointClasses around = ClassesAroundMidpoint(values, count, midpoint, method.find);
+        ExpectLawful(around.bounds, values, count);
+        EXPECT_TRUE(values.empty() || around.bounds.lower.at(around.firstAbove) == midpoint);
       } catch (const ClassError& error) {
         EXPECT_EQ(method.name, "logarithm") << error.what();
         EXPECT_LE(values.front(), 0.0);
@@ -274,12 +279,68 @@ TEST(Classes, RefuseWhatCannotBeDone) {
   EXPECT_THROW(NaturalClasses(values, 8), ClassError);
   EXPECT_THROW(NaturalClasses(Values{2, 1}, 2), std::invalid_argument);
   EXPECT_THROW(NaturalClasses(Values{1, std::nan("")}, 2), std::invalid_argument);
+  EXPECT_THROW(ClassesAroundMidpoint(values, 2, std::nan(""), NaturalClasses), ClassError);
   try {
     LogarithmClasses(values, 3);
     FAIL();
   } catch (const ClassError& error) {
     EXPECT_STREQ(error.what(),
                  "equal steps of the logarithm need values above 0; the least value is -3");
+  }
+}
+
+TEST(ClassesWithZeroApart, GiveItAClassOfItsOwn) {
+  struct Case {
+    Values values;
+    int count;
+    Values lower;
+    std::string_view note = "";
+  };
+  for (const Case& c : {
+           Case{{0, 0, 0, 1, 2, 3, 4}, 3, {0, 1, 3}},
+           Case{{-4, -3, -2, -1, 0, 1, 2}, 4, {-4, -2, 0, 1}},
+           // One value below cannot use two classes.
+           Case{{-1, -1, -1, -1, 0, 1, 2, 3}, 5, {-1, 0, 1, 2, 3}},
+           Case{{-4, -3, -2, -1, 0, 1, 1, 1, 1}, 5, {-4, -3, -2, 0, 1}},
+           Case{{-1, 0, 1}, 1, {-1, 0, 1}, "3 classes instead of 1"},
+           Case{{-2, -1, 0}, 3, {-2, -1, 0}},
+           Case{{1, 2, 3}, 3, {1, 2, 3}, "no class for 0: no value is 0"},
+           Case{{0, 0}, 2, {0}, "1 class instead of 2: all values are equal"},
+       }) {
+    const ClassBounds bounds = ClassesWithZeroApart(c.values, c.count, EqualCountClasses);
+    EXPECT_EQ(bounds.lower, c.lower) << testing::PrintToString(c.values);
+    EXPECT_EQ(bounds.note, c.note) << testing::PrintToString(c.values);
+  }
+  // What is below 0 is no hindrance to a logarithm of what is above; round bounds leave it its
+  // room.
+  EXPECT_EQ(ClassesWithZeroApart(Values{0, 1, 5, 1000}, 4, LogarithmClasses).lower,
+            (Values{0, 1, 10, 100}));
+  EXPECT_EQ(ClassesWithZeroApart(Values{0, 3, 60, 97}, 6, RoundClasses).lower,
+            (Values{0, 3, 20, 40, 60, 80}));
+}
+
+TEST(ClassesAroundMidpoint, TellWhereItFalls) {
+  struct Case {
+    Values values;
+    int count;
+    double midpoint;
+    Values lower;
+    std::size_t firstAbove;
+    std::string_view note = "";
+  };
+  for (const Case& c : {
+           Case{{1, 2, 3, 4, 5, 6, 7, 8}, 4, 5, {1, 3, 5, 7}, 2},
+           Case{{1, 2, 3, 4, 5, 6, 7, 8}, 4, 6.5, {1, 3, 5, 6.5}, 3},
+           Case{{1, 2, 3, 4}, 1, 2, {1, 2}, 1, "2 classes instead of 1"},
+           Case{{1, 2, 3, 4}, 2, 0, {0, 3}, 0, "midpoint: no value is below it"},
+           Case{{1, 2, 3, 4}, 2, 9, {1, 3}, 2, "midpoint: all values are below it"},
+           Case{{}, 2, 9, {}, 0, "0 classes instead of 2: there are no values"},
+       }) {
+    const MidpointClasses found =
+        ClassesAroundMidpoint(c.values, c.count, c.midpoint, EqualCountClasses);
+    EXPECT_EQ(found.bounds.lower, c.lower) << c.midpoint;
+    EXPECT_EQ(found.firstAbove, c.firstAbove) << c.midpoint;
+    EXPECT_EQ(found.bounds.note, c.note) << c.midpoint;
   }
 }
 
