@@ -24,7 +24,7 @@ target_compile_definitions(vexel_bench PRIVATE
   VEXEL_BUILD_TYPE="$<CONFIG>"
   VEXEL_VERSION="${PROJECT_VERSION}")
 target_link_libraries(vexel_bench PRIVATE
-  vexel_options vexel_objects benchmark::benchmark PkgConfig::gd)
+  vexel_options vexel_objects vexel_kit_objects benchmark::benchmark PkgConfig::gd)
 
 add_executable(vexel_floor bench/floor.cpp bench/flat_page.cpp)
 target_link_libraries(vexel_floor PRIVATE vexel_options PkgConfig::gd)
