@@ -32,6 +32,7 @@ constexpr std::array kCommands{
     Command{"compile", "Write the compiled form of a text map", Compile},
     Command{"decompile", "Write the text form of a compiled map", Decompile},
     Command{"convert", "Read a data file and write it again", Convert},
+    Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
 };
 
@@ -53,7 +54,7 @@ void PrintHelp() {
       "  -h, --help     Print this help and exit\n"
       "  --version      Print the version and exit\n"
       "\n"
-      "`vexel COMMAND --help` tells more about each.\n"
+      "`vexel help COMMAND` tells more about each.\n"
       "\n"
       "Example:\n"
       "  vexel render counties.mdf --level 2 -o counties.gif --html counties.html\n";
@@ -72,9 +73,17 @@ const Command& CommandNamed(std::string_view name) {
                      std::string(name) + (hint.empty() ? "; there are " + Joined(names) : hint));
 }
 
+// What `vexel COMMAND --help` prints.
+int Help(const char* name) {
+  const std::array<const char*, 2> arguments{name, "--help"};
+  CliHost host;
+  return CommandNamed(name).run(static_cast<int>(arguments.size()), arguments.data(), host);
+}
+
 int Run(int argc, const char* const* argv) {
   if (argc < 2) throw WrongRequest("no command");
   const std::string_view first = argv[1];
+  if (first == "help" && argc > 2) return Help(argv[2]);
   if (first == "--help" || first == "-h" || first == "help") {
     PrintHelp();
     return kDone;

@@ -1,9 +1,13 @@
 // A page as GIF, with its web page and its report.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
+#include <string_view>
 
 #include "arguments.h"
 #include "commands.h"
@@ -16,6 +20,21 @@
 namespace vexel::cli {
 
 namespace {
+
+// A name that promises another picture than a GIF, or a terminal, gets none.
+void CheckPicture(const std::string& name) {
+  if (IsStandard(name)) {
+    if (::isatty(STDOUT_FILENO) == 0) return;
+    throw WrongRequest("a picture is nothing for a terminal: -o PAGE.gif, or redirect the output");
+  }
+  constexpr std::array<std::string_view, 9> kOthers{".png",  ".jpg", ".jpeg", ".svg", ".pdf",
+                                                    ".webp", ".tif", ".tiff", ".bmp"};
+  const std::string extension = std::filesystem::path(name).extension();
+  const auto isIt = [&](std::string_view other) { return EqualNoCase(other, extension); };
+  if (std::none_of(kOthers.begin(), kOthers.end(), isIt)) return;
+  throw WrongRequest(name + ": pages are GIF pictures; a name that ends in " + extension +
+                     " would not be true");
+}
 
 void CheckOutputs(const PageFiles& files, const Request& request) {
   constexpr std::size_t kOutputs = 4;
@@ -63,13 +82,16 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   if (!arguments.Parse(argc, argv)) return kDone;
   GroupingOf(request);
   if (files.picture.empty()) files.picture = PictureFor(request.data);
+  CheckPicture(files.picture);
   CheckOutputs(files, request);
   host.SetProgressWanted(!quiet);
 
   // Kept to the end of the process, whose memory goes faster as a whole than node by node.
   static View& view = *std::make_unique<View>(request, &host).release();
   WritePage(view, files);
-  if (!quiet) std::fputs(SummaryText(view).c_str(), stderr);
+  if (quiet) return kDone;
+  for (const std::string& note : view.notes) Say(note);
+  std::fputs(SummaryText(view).c_str(), stderr);
   return kDone;
 }
 

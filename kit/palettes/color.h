@@ -5,13 +5,13 @@
 #ifndef VEXEL_KIT_PALETTES_COLOR_H_
 #define VEXEL_KIT_PALETTES_COLOR_H_
 
+#include <vexel/platform/export.h>
+
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/export.h"
 
 namespace vexel {
 

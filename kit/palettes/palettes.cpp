@@ -1,10 +1,10 @@
 #include "kit/palettes/palettes.h"
 
+#include <vexel/legend/palettes.h>
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
-
-#include "legend/palettes.h"
 
 namespace vexel {
 

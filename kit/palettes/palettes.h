@@ -3,6 +3,8 @@
 #ifndef VEXEL_KIT_PALETTES_PALETTES_H_
 #define VEXEL_KIT_PALETTES_PALETTES_H_
 
+#include <vexel/platform/export.h>
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -11,7 +13,6 @@
 #include <vector>
 
 #include "kit/palettes/color.h"
-#include "platform/export.h"
 
 namespace vexel {
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "kit/palettes/color.h"
 #include "kit/report/page_parts.h"
 #include "kit/request/json_text.h"
 

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "kit/palettes/color.h"
 #include "kit/request/json_request.h"
 #include "kit/request/json_text.h"
 #include "kit/request/parameters.h"
@@ -96,7 +97,7 @@ void AppendAreas(std::string& to, const View& view, const NumberSeparators& sepa
     to += ", \"text\": ";
     AppendJson(to, std::string_view(ValueText(view, *area, separators, noData)));
     to += ", \"group\": " + (group ? std::to_string(*group) : std::string("null"));
-    to += ", \"color\": \"" + ColorText(area->GetColor()) + "\"}";
+    to += ", \"color\": \"" + ColorText(static_cast<std::uint32_t>(area->GetColor())) + "\"}";
     between = ",\n    ";
   }
 }

@@ -62,7 +62,7 @@ std::string SummaryText(View& view) {
     const LegendGroup& group = legend.groups[static_cast<std::size_t>(i)];
     const std::string to(legend.toText.View());
     std::vector<std::string> line;
-    if (legend.useGroupNames != 0) line.emplace_back(group.groupName.View());
+    if (!view.request.groupNames.empty()) line.emplace_back(group.groupName.View());
     line.emplace_back();
     line.emplace_back(group.lowerText.View());
     line.push_back(to);

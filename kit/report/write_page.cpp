@@ -3,6 +3,7 @@
 #include <vexel/platform/file.h>
 
 #include <string_view>
+#include <utility>
 
 #include "kit/files/files.h"
 #include "kit/report/page_html.h"
@@ -49,6 +50,7 @@ void WritePage(View& view, const PageFiles& files) {
   const LibraryOutput picture(files.picture);
   const LibraryOutput html(files.html);
   GifPage page(view, picture.Path());
+  for (std::string& note : PageNotes(view, page)) view.notes.push_back(std::move(note));
 
   CStdioFile htmlFile;
   if (!files.html.empty()) {

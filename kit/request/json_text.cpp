@@ -31,14 +31,4 @@ void AppendJson(std::string& to, std::optional<double> number) {
 
 void AppendJson(std::string& to, const CAreaStruct& key) { to += '[' + KeyText(key) + ']'; }
 
-std::string ColorText(unsigned long color) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text = "#";
-  for (int byte = 0; byte < 3; ++byte, color >>= 8U) {
-    text += kDigits[(color >> 4U) & 0xFU];
-    text += kDigits[color & 0xFU];
-  }
-  return text;
-}
-
 }  // namespace vexel

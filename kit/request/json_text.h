@@ -20,9 +20,6 @@ VEXEL_API void AppendJson(std::string& to, std::optional<double> number);
 // Appends the codes of a key up to the deepest set one, as an array.
 VEXEL_API void AppendJson(std::string& to, const CAreaStruct& key);
 
-// "#RRGGBB" for a colour of the form 0x00BBGGRR.
-VEXEL_API std::string ColorText(unsigned long color);
-
 }  // namespace vexel
 
 #endif  // VEXEL_KIT_REQUEST_JSON_TEXT_H_

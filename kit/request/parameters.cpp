@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
+#include "kit/classes/classes.h"
+#include "kit/palettes/palettes.h"
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
 
@@ -21,13 +24,41 @@ using Words = std::vector<std::string_view>;
 
 constexpr std::array<std::string_view, 4> kCalculations{"percent-change", "percent", "ratio",
                                                         "difference"};
-constexpr std::array<std::string_view, 3> kIntervals{"counts", "widths", "bounds"};
-constexpr std::array<std::string_view, 6> kPalettes{"spectrum", "blue",   "green",
-                                                    "red",      "yellow", "grey"};
 
 Words CalculationWords() { return {kCalculations.begin(), kCalculations.end()}; }
-Words IntervalWords() { return {kIntervals.begin(), kIntervals.end()}; }
-Words PaletteWords() { return {kPalettes.begin(), kPalettes.end()}; }
+
+// The engine's own ways stand among them; bounds of one's own are no way to find any.
+Words IntervalWords() {
+  Words words(kClassMethods.size());
+  std::transform(kClassMethods.begin(), kClassMethods.end(), words.begin(),
+                 [](const ClassMethod& method) { return method.name; });
+  words.push_back(kOwnBounds);
+  return words;
+}
+
+std::string_view ParsePalette(std::string_view text) {
+  if (const Palette* palette = FindPalette(text)) return palette->name;
+  Words words;
+  for (const Palette& palette : Palettes()) words.push_back(palette.name);
+  const std::string hint = Hint(text, words);
+  throw WrongRequest(Quoted(text) + " is no palette" +
+                     (hint.empty() ? "; `vexel palettes` shows them" : hint));
+}
+
+std::vector<std::uint32_t> ParseColorList(Values values) {
+  std::vector<std::uint32_t> colors;
+  try {
+    for (const std::string_view text : values) {
+      for (const std::uint32_t color : ParseColors(text)) colors.push_back(color);
+    }
+  } catch (const std::invalid_argument& error) {
+    throw WrongRequest(error.what());
+  }
+  if (colors.size() > CLegend::kMostGroups) {
+    throw WrongRequest("more than " + std::to_string(CLegend::kMostGroups) + " colours");
+  }
+  return colors;
+}
 
 // The position of a word in a list.
 std::size_t ParseChoice(std::string_view text, const Words& words) {
@@ -135,21 +166,36 @@ constexpr std::array kParameters{
                 r.intervals = v.front();
               },
               [](const Request& r) {
-                const bool says =
-                    !r.intervals.empty() && r.intervals != (r.bounds.empty() ? "counts" : "bounds");
-                return One(says, r.intervals);
+                const auto usual = r.bounds.empty() ? kDefaultIntervals : kOwnBounds;
+                return One(!r.intervals.empty() && r.intervals != usual, r.intervals);
               },
               IntervalWords},
     Parameter{"bounds", Kind::list, Group::classes, "A,B,C",
               "Lowest value of each group, ascending", "", false,
               [](Request& r, Values v) { r.bounds = ParseBounds(v); },
               [](const Request& r) { return Each(r.bounds, NumberText); }, nullptr},
-    Parameter{"palette", Kind::choice, Group::classes, "WORD", "Colours", "blue", false,
-              [](Request& r, Values v) {
-                ParseChoice(v.front(), PaletteWords());
-                r.palette = v.front();
+    Parameter{"same-bounds", Kind::list, Group::classes, "VAR,VAR",
+              "Find bounds for these variables together, so that their pages compare", "", false,
+              [](Request& r, Values v) { r.sameBounds.assign(v.begin(), v.end()); },
+              [](const Request& r) { return r.sameBounds; }, nullptr},
+    Parameter{"zero-apart", Kind::flag, Group::classes, "", "A group for exactly 0", "", false,
+              [](Request& r, Values v) { r.zeroApart = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.zeroApart); }, nullptr},
+    Parameter{"midpoint", Kind::number, Group::classes, "NUMBER",
+              "A value at which a group must begin, and a diverging palette has its middle", "",
+              false, [](Request& r, Values v) { r.midpoint = ParseNumber(v.front()); },
+              [](const Request& r) {
+                return One(r.midpoint.has_value(), NumberText(r.midpoint.value_or(0.0)));
               },
-              [](const Request& r) { return One(r.palette != "blue", r.palette); }, PaletteWords},
+              nullptr},
+    Parameter{"palette", Kind::choice, Group::classes, "NAME",
+              "Colours, by a name that `vexel palettes` shows", kDefaultPalette, false,
+              [](Request& r, Values v) { r.palette = ParsePalette(v.front()); },
+              [](const Request& r) { return One(r.palette != kDefaultPalette, r.palette); },
+              nullptr},
+    Parameter{"colors", Kind::list, Group::classes, "#RGB,#RGB", "Colours of one's own", "", false,
+              [](Request& r, Values v) { r.colors = ParseColorList(v); },
+              [](const Request& r) { return Each(r.colors, ColorText); }, nullptr},
     Parameter{"reverse", Kind::flag, Group::classes, "", "Colours in reverse order", "", false,
               [](Request& r, Values v) { r.reverse = ParseFlag(v.front()); },
               [](const Request& r) { return Flag(r.reverse); }, nullptr},
@@ -157,6 +203,14 @@ constexpr std::array kParameters{
               "Names in the legend instead of ranges", "", false,
               [](Request& r, Values v) { r.groupNames.assign(v.begin(), v.end()); },
               [](const Request& r) { return r.groupNames; }, nullptr},
+    Parameter{"legend-counts", Kind::flag, Group::classes, "",
+              "The number of areas behind each label of the legend", "", false,
+              [](Request& r, Values v) { r.legendCounts = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.legendCounts); }, nullptr},
+    Parameter{"open-ends", Kind::flag, Group::classes, "",
+              "\"less than 5.8\" and \"11.3 and more\" for the first and last group", "", false,
+              [](Request& r, Values v) { r.openEnds = ParseFlag(v.front()); },
+              [](const Request& r) { return Flag(r.openEnds); }, nullptr},
 
     Parameter{"size", Kind::text, Group::page, "WIDTHxHEIGHT", "Size in pixels", "800x600", false,
               [](Request& r, Values v) { r.size = ParseSize(v.front()); },

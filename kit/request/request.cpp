@@ -11,8 +11,6 @@ namespace vexel {
 namespace {
 
 constexpr int kDefaultGroups = 5;
-constexpr std::string_view kHostBounds = "bounds";
-constexpr std::string_view kDefaultIntervals = "counts";
 
 template <typename List>
 int Count(const List& list) {
@@ -31,16 +29,29 @@ Grouping GroupingOf(const Request& request) {
   if (request.calculation.has_value() == request.secondVariable.empty()) {
     throw WrongRequest("--calc and --var2 go together");
   }
+  const bool changesBounds = request.zeroApart || request.midpoint || !request.sameBounds.empty();
   const bool hasBounds = !request.bounds.empty();
-  Grouping grouping{0, hasBounds ? kHostBounds : kDefaultIntervals};
+  Grouping grouping{0, hasBounds ? kOwnBounds : kDefaultIntervals};
   if (!request.intervals.empty()) grouping.intervals = request.intervals;
-  if (hasBounds != (grouping.intervals == kHostBounds)) {
+  if (hasBounds != (grouping.intervals == kOwnBounds)) {
     throw WrongRequest(hasBounds ? "--bounds needs --intervals bounds, which may be left out"
                                  : "--intervals bounds needs --bounds");
+  }
+  if (hasBounds && changesBounds) {
+    throw WrongRequest(
+        "--bounds says all there is to say of bounds: neither --zero-apart nor --midpoint nor"
+        " --same-bounds goes with it");
+  }
+  if (request.zeroApart && request.midpoint) {
+    throw WrongRequest("--zero-apart and --midpoint do not go together");
+  }
+  if (!request.sameBounds.empty() && request.calculation) {
+    throw WrongRequest("--same-bounds is for variables, and does not go with --calc");
   }
   grouping.groups = request.groups.value_or(DefaultGroups(request));
   CheckNumber(grouping.groups, Count(request.bounds), "--bounds");
   CheckNumber(grouping.groups, Count(request.groupNames), "--group-names");
+  CheckNumber(grouping.groups, Count(request.colors), "--colors");
   if (grouping.groups > CLegend::kMostGroups) {
     throw WrongRequest("more than " + std::to_string(CLegend::kMostGroups) + " groups");
   }
@@ -48,7 +59,8 @@ Grouping GroupingOf(const Request& request) {
 }
 
 int DefaultGroups(const Request& request) {
-  const int named = std::max(Count(request.bounds), Count(request.groupNames));
+  const int named =
+      std::max({Count(request.bounds), Count(request.groupNames), Count(request.colors)});
   return named == 0 ? kDefaultGroups : named;
 }
 

@@ -16,6 +16,12 @@
 
 namespace vexel {
 
+inline constexpr std::string_view kDefaultPalette = "blue";
+
+// The words for bounds of one's own and for what holds without a word.
+inline constexpr std::string_view kOwnBounds = "bounds";
+inline constexpr std::string_view kDefaultIntervals = "counts";
+
 // What the user has said, not yet what it means for a map: a variable may be a name or a number,
 // and what is left open is open. Options, a query, a file of JSON and programs all fill one of
 // these; kit/request/parameters.h has the table of its parameters by name.
@@ -32,9 +38,15 @@ struct VEXEL_API Request {
   std::optional<int> groups;
   std::string intervals;  // how bounds are found, by name; empty: by what else is said
   std::vector<double> bounds;
-  std::string palette = "blue";
+  std::vector<std::string> sameBounds;  // variables whose values count for the bounds as well
+  bool zeroApart = false;
+  std::optional<double> midpoint;
+  std::string palette{kDefaultPalette};
+  std::vector<std::uint32_t> colors;  // 0x00BBGGRR, in place of a palette
   bool reverse = false;
   std::vector<std::string> groupNames;
+  bool legendCounts = false;
+  bool openEnds = false;
 
   PageSize size;
   std::vector<CAreaStruct> outlines;

@@ -4,6 +4,7 @@
 #include <vexel/platform/exceptions.h>
 
 #include "kit/files/files.h"
+#include "kit/files/looks.h"
 
 namespace vexel {
 
@@ -43,6 +44,15 @@ std::string NamedMap(const std::string& path, const std::string& folder) {
   return {};
 }
 
+// Refuses a file that is clearly something else, and says what it is.
+void CheckLooks(const std::string& path, const std::string& subject, FileKind wanted,
+                const std::string& article) {
+  const FileLooks looks = LooksOfFile(path);
+  if (looks.kind == wanted || looks.kind == FileKind::unknown) return;
+  throw Failed(subject, "looks like " + std::string(looks.name) + ", not like " + article + ": " +
+                            std::string(looks.advice));
+}
+
 struct Source {
   std::string path;
   std::string folder;   // where the name of the map counts from
@@ -50,6 +60,7 @@ struct Source {
 };
 
 void LoadRows(CVELAData& data, const Source& source, std::string mapPath, Listener& host) {
+  CheckLooks(source.path, source.subject, FileKind::dataFile, "a data file");
   if (mapPath.empty()) mapPath = NamedMap(source.path, source.folder);
   if (!mapPath.empty()) LoadMap(*data.map, mapPath, 0, host);
   host.SetSubject(source.subject);
@@ -68,6 +79,9 @@ bool IsCompiledName(std::string_view path) {
 
 void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, Listener& host) {
   CheckReadable(path);
+  const bool isCompiled = IsCompiledName(path);
+  CheckLooks(path, path, isCompiled ? FileKind::compiledMap : FileKind::textMap,
+             isCompiled ? "the compiled map that its name promises" : "a text map");
   host.SetSubject(path);
   try {
     if (map.Build(Text(path), loadFloats, host.ShowsProgress() ? 1 : 0) != 0) return;

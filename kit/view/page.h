@@ -6,6 +6,7 @@
 #include <vexel/render/mapgif.h>
 
 #include <string>
+#include <vector>
 
 #include "kit/view/view.h"
 
@@ -28,6 +29,10 @@ class VEXEL_API GifPage : public CMapGif {
 
   View& view_;
 };
+
+// Sentences on what of a page that has been laid out is cut off, does not fit, or comes with "?" in
+// place of letters that the picture's fonts do not have.
+VEXEL_API std::vector<std::string> PageNotes(View& view, const CMapGif& page);
 
 // Draws the page and writes it to a file, which takes its place only when it is whole. Throws an
 // Error of kind failure.

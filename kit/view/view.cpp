@@ -6,7 +6,7 @@
 
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
-#include "kit/request/parameters.h"
+#include "kit/view/classify.h"
 #include "kit/view/load.h"
 
 namespace vexel {
@@ -20,37 +20,6 @@ std::vector<std::string_view> VariableNames(const CVELAData& data,
   names.reserve(storage.size());
   for (const CVELAString& name : storage) names.push_back(name.View());
   return names;
-}
-
-// The column that a name or a number means: the very name first, then the name in another letter
-// case if there is but one, then the number.
-int ColumnOf(const CVELAData& data, const std::string& option, std::string_view text) {
-  std::vector<CVELAString> storage;
-  const std::vector<std::string_view> names = VariableNames(data, storage);
-  const auto exact = std::find(names.begin(), names.end(), text);
-  if (exact != names.end()) return static_cast<int>(exact - names.begin());
-
-  const auto same = [=](std::string_view name) { return EqualNoCase(name, text); };
-  const auto close = std::find_if(names.begin(), names.end(), same);
-  if (close != names.end() && std::find_if(close + 1, names.end(), same) == names.end()) {
-    return static_cast<int>(close - names.begin());
-  }
-  const std::optional<int> number = ParseInt(text);
-  if (number && *number >= 1 && *number <= data.GetNumVars()) return *number - 1;
-
-  std::string problem = option + ": there is no variable \"" + std::string(text) + '"';
-  const std::string hint = Hint(text, names);
-  throw WrongRequest(problem + (hint.empty() ? "; there are " + Joined(names) : hint));
-}
-
-int IntervalTypeOf(std::string_view intervals) {
-  if (intervals == "widths") return CLegend::equalWidths;
-  return intervals == "bounds" ? CLegend::hostBounds : CLegend::equalCounts;
-}
-
-int PaletteNumberOf(std::string_view palette) {
-  const auto words = ParameterNamed("palette").words();
-  return static_cast<int>(std::find(words.begin(), words.end(), palette) - words.begin());
 }
 
 void Select(CVELAData& data, const Request& request) {
@@ -98,6 +67,29 @@ void FindAreasOnShow(View& view) {
   throw Failed(place + " has no areas on level " + std::to_string(map.GetDrawLevel()));
 }
 
+bool HasOutline(const CMapOb* area) { return area->GetNumPolygons() > 0; }
+
+// Tells which level can be drawn where that of the request has nothing but names.
+void CheckOutlines(const View& view) {
+  if (std::any_of(view.areas.begin(), view.areas.end(), HasOutline)) return;
+  const auto named = [&](int level) {
+    std::string text = "level " + std::to_string(level);
+    const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
+    if (isNamed) text += " (" + std::string(view.map.GetLevelName(level).View()) + ')';
+    return text;
+  };
+  std::string text = "the areas of " + named(view.map.GetDrawLevel()) + " have no outlines";
+  std::string others;
+  for (int level = 1; level < view.map.GetNumMapLevels(); ++level) {
+    std::vector<CMapOb*> areas;
+    Collect(view.map.GetDrawRoot(), level, areas);
+    if (std::any_of(areas.begin(), areas.end(), HasOutline)) {
+      others += (others.empty() ? "; there are some on " : ", ") + named(level);
+    }
+  }
+  throw Failed(text + (others.empty() ? ", nor have those of any other level" : others));
+}
+
 // The areas that an option names, which must be among those on show: only these have a place and a
 // colour on the page.
 std::vector<CMapOb*> AreasShown(View& view, const std::string& option,
@@ -122,26 +114,9 @@ void ChooseAreas(View& view) {
     view.map.PrepareLevelDrawing(*request.level);
   }
   FindAreasOnShow(view);
+  CheckOutlines(view);
   view.outlines = AreasShown(view, "--outline", request.outlines);
   view.boxes = AreasShown(view, "--box", request.boxes);
-}
-
-void Classify(View& view) {
-  const Request& request = view.request;
-  CLegend& legend = view.legend;
-  legend.numGroups = view.grouping.groups;
-  legend.intervalType = IntervalTypeOf(view.grouping.intervals);
-  legend.palette = PaletteNumberOf(request.palette);
-  legend.reverseColors = request.reverse ? 1 : 0;
-  legend.useGroupNames = request.groupNames.empty() ? 0 : 1;
-  for (std::size_t i = 0; i < request.bounds.size(); ++i) {
-    legend.groups[i].lower = request.bounds[i];
-  }
-  for (std::size_t i = 0; i < request.groupNames.size(); ++i) {
-    legend.groups[i].groupName = CVELAString(std::string_view(request.groupNames[i]));
-  }
-  if (request.calculation) view.data.PerformCalc();
-  legend.UpdateData(&view.map, &view.data);
 }
 
 }  // namespace
@@ -160,6 +135,25 @@ View::View(Request pageRequest, Listener* pageListener)
   Select(data, request);
   ChooseAreas(*this);
   Classify(*this);
+}
+
+int ColumnOf(const CVELAData& data, const std::string& option, std::string_view text) {
+  std::vector<CVELAString> storage;
+  const std::vector<std::string_view> names = VariableNames(data, storage);
+  const auto exact = std::find(names.begin(), names.end(), text);
+  if (exact != names.end()) return static_cast<int>(exact - names.begin());
+
+  const auto same = [=](std::string_view name) { return EqualNoCase(name, text); };
+  const auto close = std::find_if(names.begin(), names.end(), same);
+  if (close != names.end() && std::find_if(close + 1, names.end(), same) == names.end()) {
+    return static_cast<int>(close - names.begin());
+  }
+  const std::optional<int> number = ParseInt(text);
+  if (number && *number >= 1 && *number <= data.GetNumVars()) return *number - 1;
+
+  std::string problem = option + ": there is no variable \"" + std::string(text) + '"';
+  const std::string hint = Hint(text, names);
+  throw WrongRequest(problem + (hint.empty() ? "; there are " + Joined(names) : hint));
 }
 
 std::optional<double> ValueOf(const View& view, const CMapOb& area) {

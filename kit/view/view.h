@@ -43,6 +43,9 @@ struct VEXEL_API View {
   std::vector<CMapOb*> areas;
   std::vector<CMapOb*> outlines;
   std::vector<CMapOb*> boxes;
+
+  // Sentences on what a user might not expect of the result.
+  std::vector<std::string> notes;
 };
 
 // The selected value of an area; nothing when it has none.

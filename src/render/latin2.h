@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
+
 namespace vexel {
 
 // The characters that a page draws for a UTF-8 text, one byte each: the fonts hold ISO 8859-2.
@@ -14,7 +16,7 @@ namespace vexel {
 // punctuation gets simple, combining marks and other characters without a width vanish, and "?"
 // stands for the rest. A byte that is not UTF-8 goes as it is. The result depends on nothing but
 // the text, so that a page comes out the same on every machine.
-std::string DrawnText(std::string_view utf8);
+VEXEL_API std::string DrawnText(std::string_view utf8);
 
 }  // namespace vexel
 

@@ -38,12 +38,30 @@ std::string ErrorOf(Call call) {
 
 // One text for each parameter, unlike what holds without it.
 const std::pair<const char*, const char*> kSaid[] = {
-    {"data", "a b.mdf"}, {"map", "c.map"},      {"var", "Rate, \"2009\" & 50%"},
-    {"var2", "Löhne"},   {"calc", "ratio"},     {"zoom", "12,3"},
-    {"level", "2"},      {"groups", "6"},       {"intervals", "widths"},
-    {"palette", "grey"}, {"reverse", "1"},      {"group-names", "low,1.50,3,high"},
-    {"size", "640x480"}, {"outline", "12,3,4"}, {"box", "-7"},
-    {"no-title", "1"},   {"no-legend", "1"},    {"separators", ".,"},
+    {"data", "a b.mdf"},
+    {"map", "c.map"},
+    {"var", "Rate, \"2009\" & 50%"},
+    {"var2", "Löhne"},
+    {"calc", "ratio"},
+    {"zoom", "12,3"},
+    {"level", "2"},
+    {"groups", "6"},
+    {"intervals", "widths"},
+    {"same-bounds", "Births,3"},
+    {"zero-apart", "1"},
+    {"midpoint", "-0.5"},
+    {"colors", "#fee,#CC0000,#102030"},
+    {"legend-counts", "1"},
+    {"open-ends", "1"},
+    {"palette", "YlGnBu"},
+    {"reverse", "1"},
+    {"group-names", "low,1.50,3,high"},
+    {"size", "640x480"},
+    {"outline", "12,3,4"},
+    {"box", "-7"},
+    {"no-title", "1"},
+    {"no-legend", "1"},
+    {"separators", ".,"},
 };
 
 Request Everything() {
@@ -80,6 +98,8 @@ TEST(Request, HasANormalQuery) {
       {"?palette=grey&&var=Birth+rate&var=2", "var=2&palette=grey"},
       {"box=1,2&outline=3&box=4&reverse", "reverse=1&outline=3&box=1,2&box=4"},
       {"group-names=a%2Cb,c+d&groups=2", "group-names=a%2Cb,c%20d"},
+      {"palette=YLGNBU&midpoint=0.50", "midpoint=0.5&palette=YlGnBu"},
+      {"colors=%23FFF,%23102030&groups=2", "colors=%23FFFFFF,%23102030"},
       {"var=%C3%84%zz%4", "var=%C3%84%25zz%254"},
   };
   for (const auto& [query, normal] : kNormal) {
@@ -135,6 +155,10 @@ TEST(Request, RefusesWhatDoesNotGoTogether) {
       {"intervals=bounds", "--bounds"},
       {"bounds=1,2&intervals=widths", "--intervals bounds"},
       {"bounds=1,2&groups=3", "3 groups but 2 in --bounds"},
+      {"bounds=1,2&midpoint=1", "--midpoint"},
+      {"zero-apart=1&midpoint=1", "--zero-apart"},
+      {"same-bounds=2&var2=3&calc=ratio", "--same-bounds"},
+      {"colors=%23fff&groups=2", "2 groups but 1 in --colors"},
       {"group-names=a,b&groups=3", "3 groups but 2 in --group-names"},
   };
   for (const auto& [query, told] : kWrong) {

@@ -1,0 +1,245 @@
+// From a request to groups, colours and names, and what is said of the result.
+
+#include "kit/view/view.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+
+#include "kit/palettes/palettes.h"
+#include "kit/request/error.h"
+#include "kit/request/query.h"
+#include "kit/view/page.h"
+#include "support/files.h"
+
+namespace vexel::test {
+namespace {
+
+// A row of squares, one for each value.
+class ViewTest : public testing::Test {
+ protected:
+  // Cells of the table's columns, by row: "1;2".
+  void Write(const std::vector<std::string>& rows, int columns = 1) {
+    std::string map =
+        "[Map]\nVersion=Ortex 3.2\nMapName=Row\nLongLat=No\n[AreaLevels]\nName=Part\n";
+    std::string data =
+        "[MapDataFile]\nVersion=Ortex 3.2\nMapFile=row\nAreaLevels=1\nVariables=" +
+        std::to_string(columns) +
+        "\nThousands=Comma\nDecimal=Dot\nNoValue=N/A\nMapLabel=~\n[Data]\nPart\tArea Name";
+    for (int i = 0; i < columns; ++i) data += std::string("\t") + static_cast<char>('a' + i);
+    data += '\n';
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const std::string left = std::to_string(i);
+      const std::string right = std::to_string(i + 1);
+      map += "[GeoUnit]\nName=P" + right + "\nAreaStructure=" + right + "\n[Polygon]\n" + left +
+             " 0\n" + right + " 0\n" + right + " 1\n" + left + " 1\n";
+      std::string cells = rows[i];
+      std::replace(cells.begin(), cells.end(), ';', '\t');
+      data += right + "\t~\t" + cells + '\n';
+    }
+    folder.Write("row.map", map);
+    folder.Write("row.mdf", data);
+  }
+
+  Request Asked(const std::string& query) {
+    Request request;
+    request.data = folder.Path("row.mdf");
+    ReadQuery(request, query);
+    return request;
+  }
+
+  TempDir folder;
+};
+
+std::vector<double> LowersOf(const View& view) {
+  std::vector<double> lowers;
+  for (int i = 0; i < view.legend.numGroups; ++i) {
+    lowers.push_back(view.legend.groups[static_cast<std::size_t>(i)].lower);
+  }
+  return lowers;
+}
+
+std::vector<std::string> NamesOf(const View& view) {
+  std::vector<std::string> names;
+  for (int i = 0; i < view.legend.numGroups; ++i) {
+    names.emplace_back(view.legend.groups[static_cast<std::size_t>(i)].groupName.View());
+  }
+  return names;
+}
+
+std::string Told(const View& view) {
+  return std::accumulate(view.notes.begin(), view.notes.end(), std::string(),
+                         [](std::string all, const std::string& note) { return all + note + '|'; });
+}
+
+struct Case {
+  const char* query;
+  std::vector<double> lowers;
+  const char* told;  // must stand in the notes
+};
+
+TEST_F(ViewTest, FindsBoundsInEveryWay) {
+  Write({"1", "2", "3", "10", "11", "12", "100", "N/A"});
+  const Case cases[] = {
+      {"groups=3&intervals=counts", {1, 3, 11}, ""},
+      {"groups=3&intervals=widths", {1, 34, 67}, "1 of 3 groups holds no area"},
+      {"groups=3&intervals=natural", {1, 10, 100}, ""},
+      {"groups=2&intervals=logarithm", {1, 10}, ""},
+      {"groups=2&intervals=head-tail", {1, 100}, ""},
+      {"groups=3&intervals=round", {1, 50, 100}, "1 of 3 groups holds no area"},
+      {"groups=4&intervals=natural&midpoint=11", {1, 10, 11, 100}, ""},
+      {"bounds=0,50,200", {1, 50, 200}, "1 of 3 groups holds no area"},
+      {"bounds=0,50,50.5", {1, 50, 51}, "50.5 has become 51"},
+  };
+  for (const Case& each : cases) {
+    const View view(Asked(each.query));
+    EXPECT_EQ(LowersOf(view), each.lowers) << each.query;
+    EXPECT_NE(Told(view).find(each.told), std::string::npos) << each.query << ": " << Told(view);
+    EXPECT_EQ(Told(view).empty(), *each.told == '\0') << each.query << ": " << Told(view);
+    // Each area has the colour of the group that counts it.
+    std::vector<int> counts(LowersOf(view).size());
+    for (const CMapOb* area : view.areas) {
+      const auto value = ValueOf(view, *area);
+      const auto color = static_cast<std::uint32_t>(area->GetColor());
+      if (!value) {
+        EXPECT_EQ(color, 0xFFFFFFU);
+        continue;
+      }
+      const auto above = std::upper_bound(each.lowers.begin(), each.lowers.end(), *value);
+      const auto group = static_cast<std::size_t>(above - each.lowers.begin()) - 1;
+      ++counts[group];
+      EXPECT_EQ(color, view.legend.groups[group].color) << each.query << ' ' << *value;
+    }
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+      EXPECT_EQ(view.legend.groups[i].count, counts[i]) << each.query;
+    }
+  }
+}
+
+TEST_F(ViewTest, ShowsBoundsWithTheDecimalsThatTellThemApart) {
+  Write({"1", "1", "2", "2", "3", "4"});
+  const View view(Asked("groups=4&intervals=logarithm"));
+  EXPECT_EQ(view.legend.decimals, 1);
+  EXPECT_EQ(view.legend.groups[1].lowerText, "1.4");
+  EXPECT_EQ(view.data.GetVarDecs(0), 0) << "values keep theirs";
+  const View rounded(Asked("groups=5&intervals=round&open-ends=1"));
+  EXPECT_EQ(NamesOf(rounded).back().find("and more") == std::string::npos, false);
+}
+
+TEST_F(ViewTest, KeepsWhatFewValuesCannotFill) {
+  const struct {
+    std::vector<std::string> rows;
+    int groups;  // that are left of five
+    const char* told;
+  } cases[] = {
+      {{"7", "7", "7"}, 1, "1"},
+      {{"1", "2", "N/A"}, 2, "2"},
+      {{"N/A", "N/A"}, 5, "no area on show has a value"},
+  };
+  for (const auto& each : cases) {
+    Write(each.rows);
+    for (const char* way : {"natural", "round", "head-tail", "logarithm"}) {
+      const View view(Asked(std::string("intervals=") + way));
+      const auto missing = std::count(each.rows.begin(), each.rows.end(), "N/A");
+      int counted = 0;
+      for (int i = 0; i < view.legend.numGroups; ++i) {
+        counted += view.legend.groups[static_cast<std::size_t>(i)].count;
+      }
+      EXPECT_EQ(counted + missing, static_cast<long>(each.rows.size())) << way;
+      EXPECT_EQ(view.legend.numMissing, missing) << way;
+      EXPECT_NE(Told(view), "") << way;
+      if (way != std::string_view("natural")) continue;
+      EXPECT_EQ(view.legend.numGroups, each.groups);
+      EXPECT_NE(Told(view).find(each.told), std::string::npos) << Told(view);
+    }
+  }
+  Write({"0", "5"});
+  try {
+    const View view(Asked("intervals=logarithm"));
+    FAIL() << "a logarithm of 0";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.GetKind(), Error::Kind::request);
+    EXPECT_TRUE(std::string_view(error.what()).starts_with("--intervals logarithm: "));
+  }
+}
+
+TEST_F(ViewTest, MakesSeriesCompare) {
+  Write({"1;100", "2;200", "3;300", "4;400"}, 2);
+  const View first(Asked("var=a&groups=3&intervals=counts&same-bounds=a,b"));
+  const View second(Asked("var=2&groups=3&intervals=counts&same-bounds=A,b"));
+  for (const View* view : {&first, &second}) {
+    const auto lowers = LowersOf(*view);
+    ASSERT_EQ(lowers.size(), 3U);
+    EXPECT_EQ(std::vector<double>(lowers.begin() + 1, lowers.end()), (std::vector<double>{3, 200}))
+        << view->request.variable;
+  }
+  EXPECT_EQ(second.data.GetVar1Selected(), 1);
+}
+
+TEST_F(ViewTest, ColoursGroupsByPalette) {
+  Write({"-3", "-2", "-1", "0", "1", "9"});
+  const auto colorsOf = [](const View& view) {
+    std::vector<std::uint32_t> colors;
+    for (int i = 0; i < view.legend.numGroups; ++i) {
+      colors.push_back(view.legend.groups[static_cast<std::size_t>(i)].color);
+    }
+    return colors;
+  };
+  const auto row = [](std::string_view name, int groups) {
+    const auto colors = ColorsOf(*FindPalette(name), groups);
+    return std::vector<std::uint32_t>(colors.begin(), colors.end());
+  };
+  EXPECT_EQ(colorsOf(View(Asked("groups=3&palette=ylgnbu"))), row("YlGnBu", 3));
+  EXPECT_EQ(colorsOf(View(Asked("groups=3&palette=YlGnBu&reverse=1"))), Reversed(row("YlGnBu", 3)));
+  EXPECT_EQ(colorsOf(View(Asked("groups=3&palette=grey&reverse=1"))), Reversed(row("grey", 3)));
+  EXPECT_EQ(colorsOf(View(Asked("colors=%23f00,%230f0"))),
+            (std::vector<std::uint32_t>{0x0000FF, 0x00FF00}));
+  // Two of the six values lie above 0; a wrong side of the middle would show in the hue.
+  const View about(Asked("groups=3&palette=RdBu&midpoint=0.5&intervals=counts"));
+  const auto below =
+      static_cast<int>(std::lower_bound(LowersOf(about).begin(), LowersOf(about).end(), 0.5) -
+                       LowersOf(about).begin());
+  EXPECT_EQ(colorsOf(about), CenteredColors(*FindPalette("RdBu"), 2, 1)) << below;
+}
+
+TEST_F(ViewTest, NamesGroups) {
+  Write({"1", "2", "3", "4", "N/A"});
+  const View open(Asked("groups=3&open-ends=1&legend-counts=1"));
+  EXPECT_EQ(NamesOf(open),
+            (std::vector<std::string>{"less than 2 (1)", "2 to 2 (1)", "3 and more (2)"}));
+  EXPECT_EQ(open.legend.groups[CLegend::kNoDataSlot].groupName, "No data (1)");
+  EXPECT_EQ(open.legend.useGroupNames, 1);
+  const View named(Asked("group-names=low,high&legend-counts=1"));
+  EXPECT_EQ(NamesOf(named), (std::vector<std::string>{"low (2)", "high (2)"}));
+  EXPECT_EQ(View(Asked("groups=2")).legend.useGroupNames, 0);
+}
+
+TEST_F(ViewTest, MakesAPageInTenLines) {
+  Write({"1", "2"});
+  Request request = Asked("groups=2&palette=viridis");
+  View view(request);
+  WriteGif(view, folder.Path("page.gif"));
+  EXPECT_TRUE(folder.Read("page.gif").starts_with("GIF87a"));
+  EXPECT_THROW(WriteGif(view, folder.Path("no/page.gif")), Error);
+}
+
+TEST_F(ViewTest, TellsWhatDoesNotFitOrShow) {
+  Write({"1", "2"});
+  const auto told = [&](const std::string& query) {
+    View view(Asked(query));
+    const GifPage page(view, "");
+    std::string all;
+    for (const std::string& note : PageNotes(view, page)) all += note + '|';
+    return all;
+  };
+  EXPECT_EQ(told("groups=2"), "");
+  EXPECT_NE(told("size=60x50").find("no room for the map"), std::string::npos);
+  EXPECT_NE(told("size=40x400").find("title is too long"), std::string::npos);
+  EXPECT_NE(told("groups=2&group-names=%E5%8C%97,b").find("lack letters of \"\u5317\""),
+            std::string::npos);
+  EXPECT_EQ(told("groups=2&group-names=%3F,b"), "") << "a question mark of the user's";
+}
+
+}  // namespace
+}  // namespace vexel::test
