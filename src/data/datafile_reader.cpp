@@ -12,6 +12,7 @@
 #include "platform/host.h"
 #include "platform/number.h"
 #include "platform/path.h"
+#include "platform/ref_or_throw.h"
 
 namespace {
 
@@ -88,10 +89,7 @@ void CVELAData::SettleMapLabel() {
   mapLabel = root->GetName();
 }
 
-CVELAMap& CVELAData::Map() const {
-  if (map == nullptr) AfxThrowInvalidArgException();
-  return *map;
-}
+CVELAMap& CVELAData::Map() const { return vexel::RefOrThrow(map); }
 
 int CVELAData::Build(CSpecFile& file, int loadMap, int quiet) {
   statedColumns_ = 0;

@@ -8,9 +8,9 @@
 #include "data/nodeindex.h"
 #include "map/map.h"
 #include "messages/messages.h"
-#include "platform/exceptions.h"
 #include "platform/path.h"
 #include "platform/profile.h"
+#include "platform/ref_or_throw.h"
 
 namespace {
 
@@ -61,8 +61,7 @@ std::string Cell(std::string_view text, std::string_view whenEmpty) {
 }  // namespace
 
 void CVELAMap::SaveMdf(const CVELAString& path) {
-  if (data == nullptr) AfxThrowInvalidArgException();
-  const vexel::PathParts parts = vexel::SplitPath(data->mapFile.View());
+  const vexel::PathParts parts = vexel::SplitPath(vexel::RefOrThrow(data).mapFile.View());
   mdfPath = path;
   mapPath = CVELAString(parts.folder) + CString(parts.name);
   if (floatsLoaded != 0 && SaveMpc(mapPath + ".mpc") == 0) return;
@@ -76,8 +75,7 @@ void CVELAMap::SaveMdf(const CVELAString& path) {
 }
 
 void CVELAMap::SaveMdfSpec(CSpecFile& file) {
-  if (data == nullptr) AfxThrowInvalidArgException();
-  data->WriteTo(file, *this, mapPath.View());
+  vexel::RefOrThrow(data).WriteTo(file, *this, mapPath.View());
 }
 
 void CVELAData::WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBase) const {

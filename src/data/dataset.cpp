@@ -5,7 +5,7 @@
 
 #include "data/areaindex.h"
 #include "map/mapob.h"
-#include "platform/exceptions.h"
+#include "platform/ref_or_throw.h"
 
 CObject* CVELAData::CreateObject() { return new CVELAData; }
 
@@ -54,9 +54,9 @@ int CVELAData::AddAreaData(const CAreaData& row) {
 }
 
 void CMapOb::SetAreaDataPointers(CVELAData* data) {
-  if (data == nullptr) AfxThrowInvalidArgException();
-  vexel::AreaIndex<CAreaData> rows(static_cast<std::size_t>(data->GetNumAreas()));
-  for (int i = 0; i < data->GetNumAreas(); ++i) rows.Add(&data->GetAreaData(i));
+  CVELAData& set = vexel::RefOrThrow(data);
+  vexel::AreaIndex<CAreaData> rows(static_cast<std::size_t>(set.GetNumAreas()));
+  for (int i = 0; i < set.GetNumAreas(); ++i) rows.Add(&set.GetAreaData(i));
   const auto point = [&](const auto& self, CMapOb& node) -> void {
     node.areaData = rows.Find(node.area);
     node.ForEachChild([&](CMapOb& child) { self(self, child); });

@@ -7,15 +7,12 @@
 #include "data/dataset.h"
 #include "legend/legend.h"
 #include "map/map.h"
-#include "platform/exceptions.h"
 #include "platform/host.h"
+#include "platform/ref_or_throw.h"
 
 namespace {
 
-CLegend& LegendOf(const CVELAMap* map) {
-  if (map == nullptr || map->legend == nullptr) AfxThrowInvalidArgException();
-  return *map->legend;
-}
+CLegend& LegendOf(const CVELAMap* map) { return vexel::RefOrThrow(vexel::RefOrThrow(map).legend); }
 
 }  // namespace
 

@@ -11,11 +11,11 @@
 #include "legend/legend.h"
 #include "map/map.h"
 #include "map/mapob.h"
+#include "platform/ref_or_throw.h"
 #include "render/latin2.h"
 #include "render/legend_rows.h"
 #include "render/line.h"
 #include "render/mapgif.h"
-#include "render/need.h"
 #include "render/ring.h"
 #include "render/scale.h"
 
@@ -61,13 +61,13 @@ std::array<CPoint, 4> CornersOf(Wide left, Wide top, Wide right, Wide bottom) {
 }  // namespace
 
 void CMapGif::DrawTitle() {
-  const std::string title = vexel::DrawnText(vexel::Need(map).GenerateTitle().View());
+  const std::string title = vexel::DrawnText(vexel::RefOrThrow(map).GenerateTitle().View());
   const Wide length = static_cast<Wide>(title.size());
   DrawText(true, std::max<Wide>((width - kTitleCharacter * length) / 2, 0), 0, title);
 }
 
 void CMapGif::DrawLegend() {
-  const CLegend& rows = vexel::Need(legend);
+  const CLegend& rows = vexel::RefOrThrow(legend);
   const CRect& box = legendRect;
   if (rows.drawFrame != 0) {
     const auto corners = CornersOf(box.left, box.top, Wide{box.right} - 1, Wide{box.bottom} - 1);
@@ -93,9 +93,9 @@ void CMapGif::DrawLegendRow(int row, std::int64_t top) {
 }
 
 void CMapGif::DrawValueBox(CMapOb* node) {
-  const CMapOb& area = vexel::Need(node);
+  const CMapOb& area = vexel::RefOrThrow(node);
   const std::string name = vexel::DrawnText(area.GetName().View());
-  const std::string value = vexel::DrawnText(vexel::Need(map).GetDataStr(node).View());
+  const std::string value = vexel::DrawnText(vexel::RefOrThrow(map).GetDataStr(node).View());
   const CPoint corner = ValueBoxCorner(area);
 
   const Wide boxWidth = std::max(TextWidth(name), TextWidth(value)) + 2 * Wide{kValueTextLeft};

@@ -3,8 +3,8 @@
 #include "legend/legend.h"
 #include "map/map.h"
 #include "map/mapob.h"
+#include "platform/ref_or_throw.h"
 #include "render/mapgif.h"
-#include "render/need.h"
 #include "render/ring.h"
 #include "render/scale.h"
 
@@ -17,7 +17,7 @@ constexpr unsigned long kYellow = 0x00FFFF;
 }  // namespace
 
 unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
-  switch (vexel::Need(legend).palette) {
+  switch (vexel::RefOrThrow(legend).palette) {
     case 1:
     case 2:
     case 3:
@@ -31,18 +31,20 @@ unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
   }
 }
 
-void CMapGif::SetPolygon(const CPolygon* polygon) { SetVertices(vexel::Need(polygon).GetPoints()); }
+void CMapGif::SetPolygon(const CPolygon* polygon) {
+  SetVertices(vexel::RefOrThrow(polygon).GetPoints());
+}
 
 void CMapGif::RotatePolygon(const CPolygon* source, CPolygon* target, float angle) {
-  const auto ring = vexel::Need(source).GetPoints();
+  const auto ring = vexel::RefOrThrow(source).GetPoints();
   std::vector<CPoint> turned(ring.size());
   std::transform(ring.begin(), ring.end(), turned.begin(), vexel::Turn(angle));
-  vexel::Need(target).RemoveAllPoints();
+  vexel::RefOrThrow(target).RemoveAllPoints();
   for (const CPoint& point : turned) target->AddPoint(point);
 }
 
 void CMapGif::DrawMap(CMapOb* node, const CVELAString& url) {
-  CMapOb& area = vexel::Need(node);
+  CMapOb& area = vexel::RefOrThrow(node);
   if (area.IsDrawn() != 0) {
     ForEachPolygon(area, [&](const vexel::Ring& ring) {
       FillIn(ring, GetRGB(area.GetColor()));
@@ -54,7 +56,7 @@ void CMapGif::DrawMap(CMapOb* node, const CVELAString& url) {
 }
 
 void CMapGif::DrawOutline(CMapOb* node) {
-  const CMapOb& area = vexel::Need(node);
+  const CMapOb& area = vexel::RefOrThrow(node);
   const unsigned long color = CVELAMap::GetOutlineColor(legend);
   ForEachPolygon(area, [&](const vexel::Ring& ring) {
     FillIn(ring, GetRGB(area.GetColor()));
@@ -68,7 +70,7 @@ void CMapGif::ForEachPolygon(const CMapOb& node, Paint paint) {
   const float angle = RootAngle();
   const vexel::Turn turn(angle);
   for (int i = 0; i < node.GetNumPolygons(); ++i) {
-    std::span<const CPoint> ring = vexel::Need(node.GetPoly(i)).GetPoints();
+    std::span<const CPoint> ring = vexel::RefOrThrow(node.GetPoly(i)).GetPoints();
     if (angle != 0.0F) {
       turned_.resize(ring.size());
       std::transform(ring.begin(), ring.end(), turned_.begin(), turn);
@@ -95,4 +97,6 @@ vexel::Axis CMapGif::RowAxis(bool turned) const {
                 : vexel::Axis(extent.top, extent.bottom, mapRect.top, length);
 }
 
-float CMapGif::RootAngle() const { return vexel::Need(vexel::Need(map).GetDrawRoot()).GetAngle(); }
+float CMapGif::RootAngle() const {
+  return vexel::RefOrThrow(vexel::RefOrThrow(map).GetDrawRoot()).GetAngle();
+}

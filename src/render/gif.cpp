@@ -9,10 +9,10 @@
 #include "messages/messages.h"
 #include "platform/exceptions.h"
 #include "platform/host.h"
+#include "platform/ref_or_throw.h"
 #include "render/encode.h"
 #include "render/fill.h"
 #include "render/line.h"
-#include "render/need.h"
 #include "render/ring.h"
 #include "render/scale.h"
 
@@ -105,7 +105,7 @@ void CGif::SetPixel(int x, int y, unsigned long color) {
 void CGif::SetPolygon(const CPolygon* polygon) {
   const vexel::Axis column(rect.left, rect.right, 0, width);
   const vexel::Axis row(rect.top, rect.bottom, 0, height);
-  SetRing(vexel::Need(polygon).GetPoints(), column, row, row);
+  SetRing(vexel::RefOrThrow(polygon).GetPoints(), column, row, row);
 }
 
 void CGif::DrawPolygon() { OutlineIn(GetRing(), black); }
@@ -166,10 +166,7 @@ std::span<const CPoint> CGif::GetVertices() const {
 
 vexel::Ring CGif::GetRing() const { return vexel::Ring(GetVertices()); }
 
-gdImageStruct& CGif::GetImage() {
-  if (image == nullptr) AfxThrowInvalidArgException();
-  return *image;
-}
+gdImageStruct& CGif::GetImage() { return vexel::RefOrThrow(image); }
 
 void CGif::OutlineIn(const vexel::Ring& ring, int paletteIndex) {
   vexel::DrawRing(GetImage(), ring, paletteIndex);

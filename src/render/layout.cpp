@@ -4,10 +4,10 @@
 
 #include "map/map.h"
 #include "platform/number.h"
+#include "platform/ref_or_throw.h"
 #include "render/latin2.h"
 #include "render/legend_rows.h"
 #include "render/mapgif.h"
-#include "render/need.h"
 #include "render/scale.h"
 
 namespace {
@@ -36,7 +36,7 @@ Wide Centred(Wide space, Wide size, Wide least) { return std::max((space - size)
 }  // namespace
 
 int CMapGif::GetLegendWidth() const {
-  const CLegend& rows = vexel::Need(legend);
+  const CLegend& rows = vexel::RefOrThrow(legend);
   std::size_t longest = 0;
   for (int row = 0; row < vexel::NumLegendRows(rows); ++row) {
     const CVELAString& text = vexel::LegendRowText(rows, vexel::LegendRow(rows, row));
@@ -46,7 +46,7 @@ int CMapGif::GetLegendWidth() const {
 }
 
 int CMapGif::GetLegendHeight() const {
-  const Wide rows = vexel::NumLegendRows(vexel::Need(legend));
+  const Wide rows = vexel::NumLegendRows(vexel::RefOrThrow(legend));
   return vexel::SaturateToInt(rows * vexel::kRowHeight + kRoomAroundRows);
 }
 

@@ -1,7 +1,7 @@
 #include "render/mapgif.h"
 
 #include "map/map.h"
-#include "render/need.h"
+#include "platform/ref_or_throw.h"
 
 CObject* CMapGif::CreateObject() { return new CMapGif; }
 
@@ -14,6 +14,6 @@ const CRuntimeClass* CMapGif::GetRuntimeClass() const { return GetThisClass(); }
 
 CMapGif::CMapGif(CVELAMap* pageMap, CLegend* pageLegend, CVELAData* pageData, const CString& file)
     : map(pageMap), legend(pageLegend), data(pageData) {
-  extent = vexel::Need(vexel::Need(map).GetDrawRoot()).GetBoundRect();
+  extent = vexel::RefOrThrow(vexel::RefOrThrow(map).GetDrawRoot()).GetBoundRect();
   fileName = file;
 }

@@ -1,7 +1,7 @@
 // Pointers that the host must have given.
 
-#ifndef VEXEL_RENDER_NEED_H_
-#define VEXEL_RENDER_NEED_H_
+#ifndef VEXEL_PLATFORM_REF_OR_THROW_H_
+#define VEXEL_PLATFORM_REF_OR_THROW_H_
 
 #include "platform/exceptions.h"
 
@@ -9,11 +9,11 @@ namespace vexel {
 
 // What the pointer points to. Throws CInvalidArgException for null.
 template <typename T>
-T& Need(T* pointer) {
+T& RefOrThrow(T* pointer) {
   if (pointer == nullptr) AfxThrowInvalidArgException();
   return *pointer;
 }
 
 }  // namespace vexel
 
-#endif  // VEXEL_RENDER_NEED_H_
+#endif  // VEXEL_PLATFORM_REF_OR_THROW_H_
