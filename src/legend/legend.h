@@ -16,23 +16,25 @@ class CMapOb;
 class CVELAData;
 class CVELAMap;
 
-// A font as the host's pages describe it. The GIF page draws with fonts of its own.
+// The platform's font record, which a host hands to the platform's calls as it stands: names, order
+// and sizes of the fields are the platform's. The GIF page draws with fonts of its own.
 struct LOGFONT {
-  std::int32_t height = -13;
-  std::int32_t width = 0;
-  std::int32_t escapement = 0;
-  std::int32_t orientation = 0;
-  std::int32_t weight = 400;
-  std::uint8_t italic = 0;
-  std::uint8_t underline = 0;
-  std::uint8_t strikeOut = 0;
-  std::uint8_t charSet = 0;
-  std::uint8_t outPrecision = 0;
-  std::uint8_t clipPrecision = 0;
-  std::uint8_t quality = 0;
-  std::uint8_t pitchAndFamily = 0x22;
-  std::array<char, 32> faceName{"Arial"};
+  std::int32_t lfHeight = -13;  // below 0: the height of the characters without their leading
+  std::int32_t lfWidth = 0;     // 0: what goes with the height
+  std::int32_t lfEscapement = 0;
+  std::int32_t lfOrientation = 0;
+  std::int32_t lfWeight = 400;  // of 1000: normal
+  std::uint8_t lfItalic = 0;
+  std::uint8_t lfUnderline = 0;
+  std::uint8_t lfStrikeOut = 0;
+  std::uint8_t lfCharSet = 0;
+  std::uint8_t lfOutPrecision = 0;
+  std::uint8_t lfClipPrecision = 0;
+  std::uint8_t lfQuality = 0;
+  std::uint8_t lfPitchAndFamily = 0x22;  // variable pitch, a face without serifs
+  char lfFaceName[32] = "Arial";         // a host copies a C string into it
 };
+static_assert(sizeof(LOGFONT) == 60);
 
 // One row of a legend. A value belongs to the group with the highest lower bound that is not above
 // it; the upper bound is for display. Colours are 0x00BBGGRR.

@@ -1,3 +1,4 @@
+#include <cstring>
 #include <limits>
 
 #include "data/data_fixture.h"
@@ -187,15 +188,28 @@ TEST(Legend, StartsWithItsDefaultsAndCopiesTheHostsPart) {
   EXPECT_EQ(legend.groups[7].groupName, "No data");
   EXPECT_EQ(legend.values.GetSize(), 1000);
   CLegend other;
+  std::strcpy(other.textFont.lfFaceName, "Courier");
   other.title = "Rate";
   other.groups[2].count = 9;
   other.numMissing = other.customSaved = 1;
   other.noDataText = "none";
   legend = other;
   EXPECT_EQ(legend.title, "Rate");
+  EXPECT_STREQ(legend.textFont.lfFaceName, "Courier");
   EXPECT_EQ(legend.groups[2].count, 9);
   EXPECT_EQ(legend.numMissing + legend.customSaved, 0);
   EXPECT_EQ(legend.noDataText, "No data");
+}
+
+TEST(Legend, CarriesFontsAsThePlatformsRecord) {
+  unsigned char expected[60] = {0xF3, 0xFF, 0xFF, 0xFF};  // -13, the low byte first
+  expected[16] = 0x90;                                    // 400
+  expected[17] = 0x01;
+  expected[27] = 34;
+  std::strcpy(reinterpret_cast<char*>(expected) + 28, "Arial");
+  const CLegend legend;
+  EXPECT_EQ(std::memcmp(&legend.titleFont, expected, sizeof(expected)), 0);
+  EXPECT_EQ(std::memcmp(&legend.textFont, expected, sizeof(expected)), 0);
 }
 
 TEST(Palettes, GoFromTheFirstOfTwoToSevenColours) {
