@@ -126,11 +126,11 @@ void CLegend::HostBounds(double step) {
 }
 
 void CLegend::UpdateLegend() {
-  if (palette < 0 || palette > kCustomPalette) AfxThrowInvalidArgException();
+  if (palette < Palette::spectrum || palette > Palette::custom) AfxThrowInvalidArgException();
   UpdateIntervals();
   UpdateCounts();
   UpdateTexts();
-  if (palette == kCustomPalette) {
+  if (palette == Palette::custom) {
     FollowCustomColors();
   } else {
     UpdatePalette();

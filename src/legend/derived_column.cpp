@@ -1,5 +1,4 @@
-// The calculated column of a data set. These operations of the data set live beside the legend,
-// because a ratio takes its decimals from what the legend shows.
+// The calculated column of a data set.
 
 #include <algorithm>
 
@@ -15,6 +14,9 @@ namespace {
 CLegend& LegendOf(const CVELAMap* map) { return vexel::RefOrThrow(vexel::RefOrThrow(map).legend); }
 
 }  // namespace
+
+// These two operations of a data set stand beside the legend, since a ratio takes its decimals from
+// the values that the legend gathers, and the data set's own room does not know the legend.
 
 void CVELAData::PerformCalc() {
   const vexel::WaitCursor wait;

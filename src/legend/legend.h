@@ -62,9 +62,19 @@ class VEXEL_API CLegend : public CObject {
   // How the bounds of the groups are found.
   enum IntervalType : int { equalCounts = 0, equalWidths = 1, hostBounds = 2 };
 
+  // The colour schemes: those that are fixed, in the order of their tables, and the host's own.
+  enum Palette : int {
+    spectrum = 0,
+    blue = 1,
+    green = 2,
+    red = 3,
+    yellow = 4,
+    grey = 5,
+    custom = 6
+  };
+
   static constexpr int kMostGroups = 7;
   static constexpr int kNoDataSlot = 7;
-  static constexpr int kCustomPalette = 6;
 
   CLegend();
   CLegend(const CLegend&) = delete;
@@ -100,8 +110,8 @@ class VEXEL_API CLegend : public CObject {
   CVELAString title;
   LOGFONT titleFont;
   int numGroups = 1;
-  int intervalType = equalCounts;
-  int palette = 0;  // 0 to 5 fixed, 6 custom
+  int intervalType = IntervalType::equalCounts;
+  int palette = Palette::spectrum;
   int reverseColors = 0;
   LOGFONT textFont;
   std::array<LegendGroup, 8> groups;

@@ -6,14 +6,15 @@
 #include <cstdint>
 #include <span>
 
+#include "legend/legend.h"
 #include "platform/export.h"
 
 namespace vexel {
 
-inline constexpr int kNumFixedPalettes = 6;  // spectrum, blue, green, red, yellow, grey
+inline constexpr int kNumFixedPalettes = CLegend::Palette::custom;
 
-// The colours, 0x00BBGGRR, of a fixed scheme for 1 to 7 groups, the first group's first. One group
-// takes the first colour of two. Throws CInvalidArgException outside those ranges.
+// The colours, 0x00BBGGRR, of a fixed CLegend::Palette for 1 to 7 groups, the first group's first.
+// One group takes the first colour of two. Throws CInvalidArgException outside those ranges.
 VEXEL_API std::span<const std::uint32_t> PaletteColors(int palette, int numGroups);
 
 }  // namespace vexel

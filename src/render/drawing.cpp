@@ -16,15 +16,18 @@ constexpr unsigned long kYellow = 0x00FFFF;
 
 }  // namespace
 
+// A map's operation that stands among the drawing, since it reads a legend, which the map's own room
+// does not know.
 unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
+  using Palette = CLegend::Palette;
   switch (vexel::RefOrThrow(legend).palette) {
-    case 1:
-    case 2:
-    case 3:
-    case 5:
-    case CLegend::kCustomPalette:
+    case Palette::blue:
+    case Palette::green:
+    case Palette::red:
+    case Palette::grey:
+    case Palette::custom:
       return kYellow;
-    case 4:  // the yellow one
+    case Palette::yellow:
       return kRed;
     default:
       return kBlack;

@@ -26,7 +26,7 @@ struct Page {
     }
     map.SetAreaDataPointers(&data);
     legend.numGroups = 3;
-    legend.palette = 3;
+    legend.palette = CLegend::Palette::red;
   }
 
   LegendGroup& Group(int i) { return legend.groups[static_cast<std::size_t>(i)]; }
@@ -147,7 +147,7 @@ TEST(Classification, CustomPaletteStartsFromTheColoursInUseAndThenFollowsTheHost
   page.legend.reverseColors = 1;
   page.Update();
   EXPECT_EQ(page.Group(2).color, 0xC0C0FFU);
-  page.legend.palette = CLegend::kCustomPalette;
+  page.legend.palette = CLegend::Palette::custom;
   page.Update();
   EXPECT_EQ(page.Group(0).customColor, 0x0000FFU);
   page.Group(0).customColor = 0x123456;
@@ -155,10 +155,10 @@ TEST(Classification, CustomPaletteStartsFromTheColoursInUseAndThenFollowsTheHost
   page.Update();
   EXPECT_EQ(page.ColorOf(0), 0x123456U);
   EXPECT_EQ(page.Group(7).color, 0x777777U);
-  page.legend.palette = 1;
+  page.legend.palette = CLegend::Palette::blue;
   page.Update();
   EXPECT_EQ(page.Group(7).color, 0xFFFFFFU);
-  page.legend.palette = CLegend::kCustomPalette;
+  page.legend.palette = CLegend::Palette::custom;
   page.Update();
   EXPECT_EQ(page.Group(0).color, 0x123456U);
 }
