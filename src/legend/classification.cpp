@@ -63,18 +63,18 @@ void CLegend::CheckNumGroups() const {
 
 void CLegend::UpdateIntervals() {
   CheckNumGroups();
-  if (intervalType < equalCounts || intervalType > hostBounds) AfxThrowInvalidArgException();
   // One unit of the last decimal that is shown.
   const double step = std::pow(10.0, -static_cast<double>(decimals));
   Group(numGroups).lower = kSentinel;
-  if (lastIndex - numMissing + 1 > 0) {
-    if (intervalType == hostBounds) {
-      HostBounds(step);
-    } else {
+  const bool hasValues = numMissing <= lastIndex;
+  if (intervalType == equalCounts || intervalType == equalWidths) {
+    if (hasValues) {
       EqualBounds(step);
+    } else {
+      for (int i = 0; i < numGroups; ++i) Group(i).lower = Group(i).upper = 0.0;
     }
-  } else if (intervalType != hostBounds) {
-    for (int i = 0; i < numGroups; ++i) Group(i).lower = Group(i).upper = 0.0;
+  } else if (intervalType == hostBounds && hasValues) {
+    HostBounds(step);
   }
 }
 
@@ -126,13 +126,12 @@ void CLegend::HostBounds(double step) {
 }
 
 void CLegend::UpdateLegend() {
-  if (palette < Palette::spectrum || palette > Palette::custom) AfxThrowInvalidArgException();
   UpdateIntervals();
   UpdateCounts();
   UpdateTexts();
   if (palette == Palette::custom) {
     FollowCustomColors();
-  } else {
+  } else if (palette >= Palette::spectrum && palette < Palette::custom) {
     UpdatePalette();
   }
 }

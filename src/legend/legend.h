@@ -55,8 +55,8 @@ struct LegendGroup {
 //
 // After an update groups[numGroups].lower is the largest double, above every value; slot 7 is the
 // group of the areas without data. Failures are CInvalidArgException: nothing at the draw level, a
-// selected column that a row does not have, a number of groups, an interval type or a palette that
-// there is not.
+// selected column that a row does not have, a number of groups outside 1 to 7. An interval type
+// that there is not leaves the bounds as they stand, a palette that there is not the colours.
 class VEXEL_API CLegend : public CObject {
  public:
   // How the bounds of the groups are found.

@@ -165,20 +165,39 @@ TEST(Classification, CustomPaletteStartsFromTheColoursInUseAndThenFollowsTheHost
 
 TEST(Classification, RefusesWhatHasNoMeaning) {
   Page page({1, 2, 3});
-  const auto refuses = [&](int groups, int palette, int type, int level = 1) {
+  const auto refuses = [&](int groups, int level = 1) {
     page.legend.numGroups = groups;
-    page.legend.palette = palette;
-    page.legend.intervalType = type;
     page.map.PrepareLevelDrawing(level);
-    EXPECT_THROW(page.Update(), CInvalidArgException) << groups << palette << type << level;
+    EXPECT_THROW(page.Update(), CInvalidArgException) << groups << level;
   };
-  refuses(0, 0, 0);
-  refuses(8, 0, 0);
-  refuses(3, 7, 0);
-  refuses(3, 0, 3);
-  refuses(3, 0, 0, 4);
+  refuses(0);
+  refuses(8);
+  refuses(3, 4);
   page.data.SetVar1Selected(2);
-  refuses(3, 0, 0);
+  refuses(3);
+}
+
+TEST(Classification, AnUnknownPaletteKeepsTheColoursAndAnUnknownTypeTheBounds) {
+  Page page({1, 2, 3});
+  page.Update();
+  for (const int unknown : {-1, 7}) {
+    page.legend.palette = page.legend.intervalType = unknown;
+    page.Group(1).lower = 3;
+    page.Group(7).color = 0x123456;
+    page.legend.toText = "till";
+    page.Update();
+    EXPECT_EQ(page.Groups(), "1..1:2 3..2:0 3..3:1");
+    EXPECT_EQ(page.Group(1).rangeLabel, "3 till 2");
+    EXPECT_EQ(page.Group(7).color, 0x123456U);
+    EXPECT_EQ(page.ColorOf(1), 0xC0C0FFU);  // the first group has taken it
+    page.legend.intervalType = CLegend::equalCounts;
+    page.Update();
+    EXPECT_EQ(page.Groups(), "1..1:1 2..2:1 3..3:1");
+    EXPECT_EQ(page.Group(0).color, 0xC0C0FFU);
+  }
+  page.legend.palette = CLegend::Palette::blue;
+  page.Update();
+  EXPECT_EQ(page.Group(7).color, 0xFFFFFFU);
 }
 
 TEST(Legend, StartsWithItsDefaultsAndCopiesTheHostsPart) {
