@@ -71,44 +71,30 @@ std::string CountText(std::size_t count, const std::string& one, const std::stri
   return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 
-// The slots of the legend that have a row, the one without data last.
-std::vector<std::size_t> LegendSlots(const CLegend& legend) {
-  std::vector<std::size_t> slots;
-  slots.reserve(legend.groups.size());
-  for (int i = 0; i < legend.numGroups; ++i) slots.push_back(static_cast<std::size_t>(i));
-  if (legend.IsMissingData() != 0) slots.push_back(CLegend::kNoDataSlot);
-  return slots;
-}
-
-std::string LabelOf(const CLegend& legend, std::size_t slot) {
-  const LegendGroup& group = legend.groups[slot];
-  return HtmlEscaped((legend.useGroupNames != 0 ? group.groupName : group.rangeLabel).View());
-}
-
 std::size_t SlotOf(const CLegend& legend, const std::optional<double>& value) {
-  const std::optional<int> group = value ? GroupOf(legend, *value) : std::nullopt;
-  return group ? static_cast<std::size_t>(*group) : CLegend::kNoDataSlot;
+  const std::optional<int> group = value ? legend.GroupOf(*value) : std::nullopt;
+  return static_cast<std::size_t>(group.value_or(CLegend::kNoDataSlot));
 }
 
 std::string SwatchStyles(const CLegend& legend) {
   std::string styles;
-  for (const std::size_t slot : LegendSlots(legend)) {
+  for (const LegendRow& row : legend.GetRows()) {
     styles +=
-        ".g" + std::to_string(slot) + "{background:" + ColorText(legend.groups[slot].color) + "}\n";
+        ".g" + std::to_string(row.slot) + "{background:" + ColorText(row.group->color) + "}\n";
   }
   return styles;
 }
 
-// A cell that shows the colour of a group and its range.
-std::string GroupCell(const CLegend& legend, std::size_t slot) {
-  return "<i class=\"g" + std::to_string(slot) + "\"></i>" + LabelOf(legend, slot);
+// A cell that shows the colour of a group and its text.
+std::string GroupCell(const LegendRow& row) {
+  return "<i class=\"g" + std::to_string(row.slot) + "\"></i>" + HtmlEscaped(row.text);
 }
 
 std::string LegendRows(const CLegend& legend) {
   std::string rows;
-  for (const std::size_t slot : LegendSlots(legend)) {
-    rows += "<tr><th scope=\"row\">" + GroupCell(legend, slot) + "</th><td class=\"n\">" +
-            std::to_string(legend.groups[slot].count) + "</td></tr>\n";
+  for (const LegendRow& row : legend.GetRows()) {
+    rows += "<tr><th scope=\"row\">" + GroupCell(row) + "</th><td class=\"n\">" +
+            std::to_string(row.group->count) + "</td></tr>\n";
   }
   return rows;
 }
@@ -147,8 +133,9 @@ class AreaWriter {
         separators_(view.listener.GetSeparators()),
         missing_(view.legend.noDataText.View()),
         file_(file) {
-    for (std::size_t slot = 0; slot < groupCells_.size(); ++slot)
-      groupCells_[slot] = GroupCell(view.legend, slot);
+    for (int slot = 0; slot <= CLegend::kNoDataSlot; ++slot) {
+      groupCells_[static_cast<std::size_t>(slot)] = GroupCell(view.legend.GetRow(slot));
+    }
   }
 
   // A row of the table for each area.

@@ -63,8 +63,7 @@ Json VariableJson(View& view) {
 
 Json LegendJson(const CLegend& legend) {
   Json groups = Json::array();
-  for (int i = 0; i < legend.numGroups; ++i) {
-    const LegendGroup& group = legend.groups[static_cast<std::size_t>(i)];
+  for (const LegendGroup& group : legend.GetGroups()) {
     groups.push_back({{"lower", group.lower},
                       {"upper", group.upper},
                       {"label", Text(group.rangeLabel)},
@@ -87,7 +86,7 @@ void AppendAreas(std::string& to, const View& view, const NumberSeparators& sepa
   std::string_view between = "\n    ";
   for (const CMapOb* area : view.areas) {
     const std::optional<double> value = ValueOf(view, *area);
-    const std::optional<int> group = value ? GroupOf(view.legend, *value) : std::nullopt;
+    const std::optional<int> group = value ? view.legend.GroupOf(*value) : std::nullopt;
     to.append(between) += "{\"key\": ";
     AppendJson(to, area->GetArea());
     to += ", \"name\": ";

@@ -58,8 +58,7 @@ std::string LostRowsText(std::span<const LostRow> rows) {
 std::string SummaryText(View& view) {
   const CLegend& legend = view.legend;
   Lines lines;
-  for (int i = 0; i < legend.numGroups; ++i) {
-    const LegendGroup& group = legend.groups[static_cast<std::size_t>(i)];
+  for (const LegendGroup& group : legend.GetGroups()) {
     const std::string to(legend.toText.View());
     std::vector<std::string> line;
     if (!view.request.groupNames.empty()) line.emplace_back(group.groupName.View());

@@ -172,14 +172,6 @@ std::string ValueText(const View& view, const CMapOb& area, const NumberSeparato
   return d2txt(*value, static_cast<unsigned>(decimals), separators.thousand, separators.decimal, 1);
 }
 
-std::optional<int> GroupOf(const CLegend& legend, double value) {
-  for (int i = 0; i < legend.numGroups; ++i) {
-    const auto slot = static_cast<std::size_t>(i);
-    if (value >= legend.groups[slot].lower && value < legend.groups[slot + 1].lower) return i;
-  }
-  return std::nullopt;
-}
-
 std::string SubjectOf(View& view) {
   if (view.data.GetCalcSelected() == -1) {
     return std::string(view.data.GetVarName(view.data.GetVar1Selected()).View());

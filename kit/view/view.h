@@ -55,9 +55,6 @@ VEXEL_API std::optional<double> ValueOf(const View& view, const CMapOb& area);
 VEXEL_API std::string ValueText(const View& view, const CMapOb& area,
                                 const NumberSeparators& separators, const std::string& missing);
 
-// The group of a value, counted from 0, by the rule that colours the areas.
-VEXEL_API std::optional<int> GroupOf(const CLegend& legend, double value);
-
 // What the page shows, without the place: the variable's name, or the calculation.
 VEXEL_API std::string SubjectOf(View& view);
 

@@ -189,18 +189,21 @@ void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
   const int column = data->GetSelected();
   ForLevel(*node, level, [&](CMapOb& area) {
     const CAreaData* row = area.GetAreaData();
-    area.SetColor(row == nullptr ? Group(kNoDataSlot).color : ColorOf(row->GetValue(column)));
+    const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
+    area.SetColor(Group(GroupOf(value).value_or(kNoDataSlot)).color);
   });
 }
 
-// The colour of the group that takes the value; of the areas without data when none does.
-std::uint32_t CLegend::ColorOf(double value) const {
+std::optional<int> CLegend::GroupOf(double value) const {
+  CheckNumGroups();
   // Bounds of the host's may start as low as the mark of a missing value.
-  if (value == NO_DATA_VALUE) return groups[kNoDataSlot].color;
-  const auto* last = groups.begin() + numGroups;
-  const auto* taker = std::adjacent_find(groups.begin(), last + 1,
-                                         [=](const LegendGroup& group, const LegendGroup& above) {
-                                           return value >= group.lower && value < above.lower;
-                                         });
-  return taker == last + 1 ? groups[kNoDataSlot].color : taker->color;
+  if (value == NO_DATA_VALUE) return std::nullopt;
+  // The group and the one above it, which for the last is the sentinel.
+  const auto takes = [=](const LegendGroup& group, const LegendGroup& above) {
+    return value >= group.lower && value < above.lower;
+  };
+  const auto* end = groups.begin() + numGroups + 1;
+  const auto* taker = std::adjacent_find(groups.begin(), end, takes);
+  if (taker == end) return std::nullopt;
+  return static_cast<int>(taker - groups.begin());
 }

@@ -5,6 +5,10 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
 
 #include "brindle/text.h"
 #include "data/areadata.h"
@@ -48,6 +52,13 @@ struct LegendGroup {
   CVELAString rangeLabel;
   CVELAString groupName;
   int count = 0;
+};
+
+// What a legend shows of a group: a swatch in the group's colour and a text.
+struct LegendRow {
+  int slot;                  // where the group stands in CLegend::groups
+  const LegendGroup* group;  // the legend's
+  std::string_view text;     // good as long as the group is not changed
 };
 
 // The host sets numGroups (1 to 7), intervalType and palette, for bounds of its own also `lower` of
@@ -103,6 +114,24 @@ class VEXEL_API CLegend : public CObject {
   // Colours each node of the subtree at that level by its selected value.
   void UpdateColors(CMapOb* node, CVELAData* data, int level);
 
+  // The group that takes a value, counted from 0: the one whose lower bound the value reaches while
+  // it stays below that of the next. Nothing for NO_DATA_VALUE, and for a value below all groups.
+  // This is the rule by which areas get their colours. Throws CInvalidArgException for a number of
+  // groups outside 1 to 7.
+  std::optional<int> GroupOf(double value) const;
+
+  // The groups in use, numGroups of them, from the lowest on. Throws CInvalidArgException for more
+  // than 7; less than 1 is none.
+  std::span<const LegendGroup> GetGroups() const;
+
+  // The row of a slot: its text is the group's name when names are to be shown, else its range.
+  // Throws CInvalidArgException for a slot outside 0 to 7.
+  LegendRow GetRow(int slot) const;
+
+  // The rows of the legend from the top: the groups in use, then the areas without data when there
+  // are any. Throws as GetGroups does.
+  std::vector<LegendRow> GetRows() const;
+
   int hostFlag = 1;
   int drawFrame = 1;
   int customSaved = 0;  // the custom palette has taken over the colours in use
@@ -134,7 +163,6 @@ class VEXEL_API CLegend : public CObject {
   void UpdateTexts();
   void UpdatePalette();
   void FollowCustomColors();
-  std::uint32_t ColorOf(double value) const;
   LegendGroup& Group(int index) { return groups[static_cast<std::size_t>(index)]; }
 };
 

@@ -66,7 +66,8 @@ constexpr std::array<std::array<Row, kMostColors - 1>, kNumFixedPalettes> kSchem
 }  // namespace
 
 std::span<const std::uint32_t> PaletteColors(int palette, int numGroups) {
-  if (palette < CLegend::Palette::spectrum || palette >= kNumFixedPalettes) AfxThrowInvalidArgException();
+  if (palette < CLegend::Palette::spectrum || palette >= kNumFixedPalettes)
+    AfxThrowInvalidArgException();
   if (numGroups < 1 || numGroups > CLegend::kMostGroups) AfxThrowInvalidArgException();
   const auto scheme = static_cast<std::size_t>(palette);
   const auto row = static_cast<std::size_t>(std::max(numGroups, 2) - 2);

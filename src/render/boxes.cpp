@@ -67,29 +67,29 @@ void CMapGif::DrawTitle() {
 }
 
 void CMapGif::DrawLegend() {
-  const CLegend& rows = vexel::RefOrThrow(legend);
+  const CLegend& shown = vexel::RefOrThrow(legend);
   const CRect& box = legendRect;
-  if (rows.drawFrame != 0) {
+  if (shown.drawFrame != 0) {
     const auto corners = CornersOf(box.left, box.top, Wide{box.right} - 1, Wide{box.bottom} - 1);
     OutlineIn(vexel::Ring(corners), black);
   }
-  const std::string heading = vexel::DrawnText(rows.title.View());
+  const std::string heading = vexel::DrawnText(shown.title.View());
   const Wide offset = std::max<Wide>((box.right - TextWidth(heading) - box.left) / 2, 0);
   DrawText(false, box.left + offset, Wide{box.top} + kHeadingTop, heading);
-  for (int row = 0; row < vexel::NumLegendRows(rows); ++row) {
-    DrawLegendRow(row, Wide{box.top} + kFirstRowTop + Wide{row} * vexel::kRowHeight);
+  Wide rowTop = Wide{box.top} + kFirstRowTop;
+  for (const LegendRow& row : shown.GetRows()) {
+    DrawLegendRow(row, rowTop);
+    rowTop += vexel::kLegendRowHeight;
   }
 }
 
-void CMapGif::DrawLegendRow(int row, std::int64_t top) {
-  const LegendGroup& group = vexel::LegendRow(*legend, row);
+void CMapGif::DrawLegendRow(const LegendRow& row, std::int64_t top) {
   const Wide left = Wide{legendRect.left} + kSwatchLeft;
   const auto corners = CornersOf(left, top, left + kSwatchSize, top + kSwatchSize);
   const vexel::Ring swatch(corners);
-  FillIn(swatch, GetRGB(group.color));
+  FillIn(swatch, GetRGB(row.group->color));
   OutlineIn(swatch, black);
-  const CVELAString& text = vexel::LegendRowText(*legend, group);
-  DrawText(false, Wide{legendRect.left} + kRowTextLeft, top, vexel::DrawnText(text.View()));
+  DrawText(false, Wide{legendRect.left} + kRowTextLeft, top, vexel::DrawnText(row.text));
 }
 
 void CMapGif::DrawValueBox(CMapOb* node) {

@@ -16,8 +16,8 @@ constexpr unsigned long kYellow = 0x00FFFF;
 
 }  // namespace
 
-// A map's operation that stands among the drawing, since it reads a legend, which the map's own room
-// does not know.
+// A map's operation that stands among the drawing, since it reads a legend, which the map's own
+// room does not know.
 unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
   using Palette = CLegend::Palette;
   switch (vexel::RefOrThrow(legend).palette) {

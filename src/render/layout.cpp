@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "legend/legend.h"
 #include "map/map.h"
 #include "platform/number.h"
 #include "platform/ref_or_throw.h"
@@ -36,18 +37,16 @@ Wide Centred(Wide space, Wide size, Wide least) { return std::max((space - size)
 }  // namespace
 
 int CMapGif::GetLegendWidth() const {
-  const CLegend& rows = vexel::RefOrThrow(legend);
   std::size_t longest = 0;
-  for (int row = 0; row < vexel::NumLegendRows(rows); ++row) {
-    const CVELAString& text = vexel::LegendRowText(rows, vexel::LegendRow(rows, row));
-    longest = std::max(longest, vexel::DrawnText(text.View()).size());
+  for (const LegendRow& row : vexel::RefOrThrow(legend).GetRows()) {
+    longest = std::max(longest, vexel::DrawnText(row.text).size());
   }
   return vexel::SaturateToInt(static_cast<Wide>(longest) * vexel::kSmallWidth + kRoomAroundRows);
 }
 
 int CMapGif::GetLegendHeight() const {
-  const Wide rows = vexel::NumLegendRows(vexel::RefOrThrow(legend));
-  return vexel::SaturateToInt(rows * vexel::kRowHeight + kRoomAroundRows);
+  const auto rows = static_cast<int>(vexel::RefOrThrow(legend).GetRows().size());
+  return rows * vexel::kLegendRowHeight + kRoomAroundRows;
 }
 
 void CMapGif::PrepareCoords(int pageWidth, int pageHeight) {

@@ -18,6 +18,7 @@ class CLegend;
 class CMapOb;
 class CVELAData;
 class CVELAMap;
+struct LegendRow;
 
 // Title band at the top, the map, and the legend beside or below it. The page owns none of map,
 // legend, data set and HTML file. It is driven in this order: UpdateData of the legend, then the
@@ -88,21 +89,21 @@ class VEXEL_API CMapGif : public CGif {
   CRect titleRect;   // pixels; top and bottom only
 
  private:
-  vexel::Axis ColumnAxis() const;
-  vexel::Axis RowAxis(bool turned) const;
-  float RootAngle() const;
-
   void LayOutWide(int extentWidth, int extentHeight, int legendWidth, int legendHeight);
   void ShrinkWide(std::int64_t over, int legendHeight);
   void LayOutTall(int extentWidth, int extentHeight, int legendWidth, int legendHeight);
   void ShrinkTall(std::int64_t over, int legendWidth, int legendHeight);
   void MoveLegendBelow(int mapWidth, int mapHeight, int legendWidth, int legendHeight);
 
+  vexel::Axis ColumnAxis() const;
+  vexel::Axis RowAxis(bool turned) const;
+  float RootAngle() const;
+
   void SetVertices(std::span<const CPoint> vertices);
   template <typename Paint>
   void ForEachPolygon(const CMapOb& node, Paint paint);
 
-  void DrawLegendRow(int row, std::int64_t top);
+  void DrawLegendRow(const LegendRow& row, std::int64_t top);
   CPoint ValueBoxCorner(const CMapOb& area) const;
   void DrawText(bool bold, std::int64_t x, std::int64_t y, std::string_view drawn);
 
