@@ -13,7 +13,7 @@
 #include "map/mapob.h"
 #include "platform/ref_or_throw.h"
 #include "render/latin2.h"
-#include "render/legend_rows.h"
+#include "render/layout.h"
 #include "render/line.h"
 #include "render/mapgif.h"
 #include "render/ring.h"

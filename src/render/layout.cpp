@@ -1,155 +1,125 @@
+#include "render/layout.h"
+
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
-#include "legend/legend.h"
-#include "map/map.h"
-#include "platform/number.h"
-#include "platform/ref_or_throw.h"
-#include "render/latin2.h"
-#include "render/legend_rows.h"
-#include "render/mapgif.h"
 #include "render/scale.h"
+
+namespace vexel {
 
 namespace {
 
-using vexel::Distance;
-using vexel::MakeRect;
-using vexel::Quotient;
 using Wide = std::int64_t;  // sums of pixels, which an odd page size may carry beyond an int
 
-// All in pixels.
 constexpr int kMargin = 10;
 constexpr int kTitleHeight = 20;
 constexpr int kMapTop = kTitleHeight + kMargin;
-constexpr int kRoomAroundRows = 30;  // both ways: swatches beside, the heading above
 constexpr int kThousandths = 1000;
 
 CRect Moved(const CRect& rect, Wide dx, Wide dy) {
   return MakeRect(rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy);
 }
 
-int Size(int a, int b) { return vexel::SaturateToInt(std::abs(Wide{Distance(a, b)})); }
+Size SizeOf(const CRect& rect) {
+  return {Distance(rect.left, rect.right), Distance(rect.top, rect.bottom)};
+}
 
 // Where something begins that is to stand in the middle, but not before `least`.
 Wide Centred(Wide space, Wide size, Wide least) { return std::max((space - size) / 2, least); }
 
-}  // namespace
-
-int CMapGif::GetLegendWidth() const {
-  std::size_t longest = 0;
-  for (const LegendRow& row : vexel::RefOrThrow(legend).GetRows()) {
-    longest = std::max(longest, vexel::DrawnText(row.text).size());
-  }
-  return vexel::SaturateToInt(static_cast<Wide>(longest) * vexel::kSmallWidth + kRoomAroundRows);
+// A legend that ends on the lower margin.
+CRect LegendAtBottom(Wide left, const Size& page, const Size& legend) {
+  const Wide bottom = Wide{page.height} - kMargin;
+  return MakeRect(left, bottom - legend.height, left + legend.width, bottom);
 }
 
-int CMapGif::GetLegendHeight() const {
-  const auto rows = static_cast<int>(vexel::RefOrThrow(legend).GetRows().size());
-  return rows * vexel::kLegendRowHeight + kRoomAroundRows;
+// Makes the map so much smaller that a legend which runs `over` the page fits below it.
+void ShrinkAbove(PageLayout& layout, Wide over, const Size& page, const Size& legend) {
+  const Size map = SizeOf(layout.map);
+  const Wide newHeight = map.height - (over + (Wide{kMapTop} - layout.map.top));
+  const int part = Quotient(newHeight, kThousandths, map.height);
+  const int newWidth = Quotient(part, map.width, kThousandths);
+  const Wide left = Centred(page.width, newWidth, 0);
+  layout.map = MakeRect(left, kMapTop, left + newWidth, newHeight + kMapTop);
+  layout.legend = LegendAtBottom(layout.legend.left, page, legend);
 }
-
-void CMapGif::PrepareCoords(int pageWidth, int pageHeight) {
-  width = pageWidth;
-  height = pageHeight;
-  titleRect.top = 0;
-  titleRect.bottom = kTitleHeight;
-  const int legendWidth = GetLegendWidth();
-  const int legendHeight = GetLegendHeight();
-  if (RootAngle() != 0.0F) {
-    const CMapOb* root = map->GetDrawRoot();
-    CRectF turned;
-    root->GetRotatedRect(root, &turned);
-    extent = vexel::Truncated(turned);
-  }
-  const int extentWidth = Size(extent.left, extent.right);
-  const int extentHeight = Size(extent.top, extent.bottom);
-  const bool wide =
-      extentWidth * (Wide{height} - kMargin) >= extentHeight * (Wide{width} - kMargin);
-  if (wide) {
-    LayOutWide(extentWidth, extentHeight, legendWidth, legendHeight);
-  } else {
-    LayOutTall(extentWidth, extentHeight, legendWidth, legendHeight);
-  }
-}
-
-void CMapGif::ApplyCoords() { CreateImage(); }
 
 // The legend below the map.
-void CMapGif::LayOutWide(int extentWidth, int extentHeight, int legendWidth, int legendHeight) {
-  const int mapHeight = Quotient(Wide{width} - 2 * Wide{kMargin}, extentHeight, extentWidth);
-  const Wide mapTop = Centred(height, mapHeight, 0);
-  mapRect = MakeRect(kMargin, mapTop, Wide{width} - kMargin, mapTop + mapHeight);
-  const Wide legendTop = Wide{mapRect.bottom} + kMargin;
-  const Wide legendLeft = Centred(width, legendWidth, kMargin);
-  legendRect = MakeRect(legendLeft, legendTop, legendLeft + legendWidth, legendTop + legendHeight);
-  const Wide over = Wide{legendRect.bottom} - height + kMargin;
+void LayOutWide(PageLayout& layout, const Size& page, const Size& extent, const Size& legend) {
+  const int mapHeight = Quotient(Wide{page.width} - 2 * Wide{kMargin}, extent.height, extent.width);
+  const Wide mapTop = Centred(page.height, mapHeight, 0);
+  layout.map = MakeRect(kMargin, mapTop, Wide{page.width} - kMargin, mapTop + mapHeight);
+  const Wide legendTop = Wide{layout.map.bottom} + kMargin;
+  const Wide legendLeft = Centred(page.width, legend.width, kMargin);
+  layout.legend =
+      MakeRect(legendLeft, legendTop, legendLeft + legend.width, legendTop + legend.height);
+  const Wide over = Wide{layout.legend.bottom} - page.height + kMargin;
   if (over <= 0) return;
-  if (Wide{mapRect.top} - kMapTop >= over) {
-    mapRect = Moved(mapRect, 0, -over);
-    legendRect = Moved(legendRect, 0, -over);
+  if (Wide{layout.map.top} - kMapTop >= over) {
+    layout.map = Moved(layout.map, 0, -over);
+    layout.legend = Moved(layout.legend, 0, -over);
   } else {
-    ShrinkWide(over, legendHeight);
+    ShrinkAbove(layout, over, page, legend);
   }
 }
 
-void CMapGif::ShrinkWide(std::int64_t over, int legendHeight) {
-  const int mapWidth = Distance(mapRect.left, mapRect.right);
-  const int mapHeight = Distance(mapRect.top, mapRect.bottom);
-  const Wide newHeight = mapHeight - (over + (Wide{kMapTop} - mapRect.top));
-  const int part = Quotient(newHeight, kThousandths, mapHeight);
-  const int newWidth = Quotient(part, mapWidth, kThousandths);
-  const Wide left = Centred(width, newWidth, 0);
-  mapRect = MakeRect(left, kMapTop, left + newWidth, newHeight + kMapTop);
-  const Wide legendBottom = Wide{height} - kMargin;
-  legendRect =
-      MakeRect(legendRect.left, legendBottom - legendHeight, legendRect.right, legendBottom);
+// The legend moves below a tall map, which takes what height the legend and the title leave.
+void MoveLegendBelow(PageLayout& layout, const Size& page, const Size& legend) {
+  const Size map = SizeOf(layout.map);
+  const Wide newHeight = Wide{page.height} - 3 * Wide{kMargin} - legend.height - kTitleHeight;
+  const int newWidth = Quotient(map.width, newHeight, map.height);
+  const Wide mapLeft = Centred(page.width, newWidth, kMargin);
+  layout.map = MakeRect(mapLeft, kMapTop, mapLeft + newWidth, newHeight + kMapTop);
+  layout.legend = LegendAtBottom(Centred(page.width, legend.width, 0), page, legend);
+}
+
+// Makes the map so much smaller that a legend which runs `over` the page fits beside it. Where the
+// small map leaves room below, the legend goes there instead.
+void ShrinkBeside(PageLayout& layout, Wide over, const Size& page, const Size& legend) {
+  const Size map = SizeOf(layout.map);
+  const Wide newWidth = map.width - (over + (Wide{kMargin} - layout.map.left));
+  const int part = Quotient(newWidth, kThousandths, map.width);
+  const int newHeight = Quotient(part, map.height, kThousandths);
+  const Wide used = Wide{legend.height} + kTitleHeight + newHeight + 3 * Wide{kMargin};
+  if (used <= page.height) {
+    MoveLegendBelow(layout, page, legend);
+    return;
+  }
+  const Wide bottom = Wide{newHeight} + kMapTop;
+  const Wide legendRight = Wide{page.width} - kMargin;
+  layout.map = MakeRect(kMargin, kMapTop, newWidth + kMargin, bottom);
+  layout.legend = MakeRect(legendRight - legend.width, bottom - legend.height, legendRight, bottom);
 }
 
 // The legend to the right of the map.
-void CMapGif::LayOutTall(int extentWidth, int extentHeight, int legendWidth, int legendHeight) {
-  const int mapWidth = Quotient(Wide{height} - kMapTop - kMargin, extentWidth, extentHeight);
-  const Wide mapLeft = Centred(width, mapWidth, 0);
-  mapRect = MakeRect(mapLeft, kMapTop, mapLeft + mapWidth, Wide{height} - kMargin);
-  const Wide legendLeft = Wide{mapRect.right} + kMargin;
-  const Wide legendBottom = Wide{height} - kMargin;
-  legendRect =
-      MakeRect(legendLeft, legendBottom - legendHeight, legendLeft + legendWidth, legendBottom);
-  const Wide over = Wide{legendRect.right} - width + kMargin;
+void LayOutTall(PageLayout& layout, const Size& page, const Size& extent, const Size& legend) {
+  const int mapWidth = Quotient(Wide{page.height} - kMapTop - kMargin, extent.width, extent.height);
+  const Wide mapLeft = Centred(page.width, mapWidth, 0);
+  layout.map = MakeRect(mapLeft, kMapTop, mapLeft + mapWidth, Wide{page.height} - kMargin);
+  layout.legend = LegendAtBottom(Wide{layout.map.right} + kMargin, page, legend);
+  const Wide over = Wide{layout.legend.right} - page.width + kMargin;
   if (over <= 0) return;
-  if (Wide{mapRect.left} - kMargin >= over) {
-    mapRect = Moved(mapRect, -over, 0);
-    legendRect = Moved(legendRect, -over, 0);
+  if (Wide{layout.map.left} - kMargin >= over) {
+    layout.map = Moved(layout.map, -over, 0);
+    layout.legend = Moved(layout.legend, -over, 0);
   } else {
-    ShrinkTall(over, legendWidth, legendHeight);
+    ShrinkBeside(layout, over, page, legend);
   }
 }
 
-void CMapGif::ShrinkTall(std::int64_t over, int legendWidth, int legendHeight) {
-  const int mapWidth = Distance(mapRect.left, mapRect.right);
-  const int mapHeight = Distance(mapRect.top, mapRect.bottom);
-  const Wide newWidth = mapWidth - (over + (Wide{kMargin} - mapRect.left));
-  const int part = Quotient(newWidth, kThousandths, mapWidth);
-  const int newHeight = Quotient(part, mapHeight, kThousandths);
-  const Wide used = Wide{legendHeight} + kTitleHeight + newHeight + 3 * Wide{kMargin};
-  if (used > height) {
-    const Wide bottom = Wide{newHeight} + kMapTop;
-    mapRect = MakeRect(kMargin, kMapTop, newWidth + kMargin, bottom);
-    legendRect = MakeRect(Wide{width} - kMargin - legendWidth, bottom - legendHeight,
-                          Wide{width} - kMargin, bottom);
+}  // namespace
+
+PageLayout LayOut(const Size& page, const Size& extent, const Size& legend) {
+  PageLayout layout;
+  layout.title.bottom = kTitleHeight;
+  const bool isWide =
+      extent.width * (Wide{page.height} - kMargin) >= extent.height * (Wide{page.width} - kMargin);
+  if (isWide) {
+    LayOutWide(layout, page, extent, legend);
   } else {
-    MoveLegendBelow(mapWidth, mapHeight, legendWidth, legendHeight);
+    LayOutTall(layout, page, extent, legend);
   }
+  return layout;
 }
 
-// The map takes what height the legend and the title leave.
-void CMapGif::MoveLegendBelow(int mapWidth, int mapHeight, int legendWidth, int legendHeight) {
-  const Wide newHeight = Wide{height} - 3 * Wide{kMargin} - legendHeight - kTitleHeight;
-  const int newWidth = Quotient(mapWidth, newHeight, mapHeight);
-  const Wide mapLeft = Centred(width, newWidth, kMargin);
-  mapRect = MakeRect(mapLeft, kMapTop, mapLeft + newWidth, newHeight + kMapTop);
-  const Wide legendLeft = Centred(width, legendWidth, 0);
-  const Wide legendBottom = Wide{height} - kMargin;
-  legendRect =
-      MakeRect(legendLeft, legendBottom - legendHeight, legendLeft + legendWidth, legendBottom);
-}
+}  // namespace vexel

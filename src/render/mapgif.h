@@ -89,12 +89,6 @@ class VEXEL_API CMapGif : public CGif {
   CRect titleRect;   // pixels; top and bottom only
 
  private:
-  void LayOutWide(int extentWidth, int extentHeight, int legendWidth, int legendHeight);
-  void ShrinkWide(std::int64_t over, int legendHeight);
-  void LayOutTall(int extentWidth, int extentHeight, int legendWidth, int legendHeight);
-  void ShrinkTall(std::int64_t over, int legendWidth, int legendHeight);
-  void MoveLegendBelow(int mapWidth, int mapHeight, int legendWidth, int legendHeight);
-
   vexel::Axis ColumnAxis() const;
   vexel::Axis RowAxis(bool turned) const;
   float RootAngle() const;
