@@ -4,108 +4,51 @@
 #include <vexel/render/mapgif.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <span>
-#include <utility>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "arguments.h"
 #include "commands.h"
 #include "kit/request/error.h"
 #include "kit/request/json_text.h"
+#include "kit/view/page.h"
 #include "kit/view/view.h"
 
 namespace vexel::cli {
 
 namespace {
 
-// The pixels of a scan line where the outline crosses it. A line belongs to an edge from its upper
-// end on; the lower end belongs to it on the last line of the whole polygon only.
-class Crossings {
+// A prepared page on which polygons are painted one at a time, to see which pixels they take: what
+// a pixel belongs to and what a picture shows there cannot differ.
+class Probe {
  public:
-  Crossings(std::span<const CPoint> ring, int row, std::vector<std::int64_t>& columns)
-      : columns_(columns) {
-    columns_.clear();
-    const auto byRow = [](const CPoint& a, const CPoint& b) { return a.y < b.y; };
-    const int lastRow = std::max_element(ring.begin(), ring.end(), byRow)->y;
-    CPoint from = ring.back();
-    for (const CPoint& to : ring) {
-      Add(from.y < to.y ? from : to, from.y < to.y ? to : from, row, lastRow);
-      from = to;
-    }
-    std::sort(columns_.begin(), columns_.end());
-  }
+  explicit Probe(View& view) : page_(view, ""), angle_(view.map.GetDrawRoot()->GetAngle()) {}
 
-  // True between the first and second crossing, the third and fourth, and so on, ends included.
-  bool Cover(std::int64_t column) const {
-    for (std::size_t i = 0; i + 1 < columns_.size(); i += 2) {
-      if (column >= columns_[i] && column <= columns_[i + 1]) return true;
-    }
-    return false;
-  }
-
- private:
-  void Add(const CPoint& upper, const CPoint& lower, int row, int lastRow) {
-    if (upper.y == lower.y) return;
-    if (row >= upper.y && row < lower.y) {
-      const auto rise = static_cast<double>(std::int64_t{lower.y} - upper.y);
-      const auto run = static_cast<double>(std::int64_t{lower.x} - upper.x);
-      const auto down = static_cast<double>(std::int64_t{row} - upper.y);
-      columns_.push_back(static_cast<std::int64_t>(down * run / rise + 0.5 + upper.x));
-    } else if (row == lastRow && row == lower.y) {
-      columns_.push_back(lower.x);
-    }
-  }
-
-  std::vector<std::int64_t>& columns_;
-};
-
-// True when a line drawn one pixel wide between two points passes over a pixel.
-bool LinePasses(const CPoint& from, const CPoint& to, const CPoint& pixel) {
-  const std::int64_t runX = std::int64_t{to.x} - from.x;
-  const std::int64_t runY = std::int64_t{to.y} - from.y;
-  const std::int64_t x = std::int64_t{pixel.x} - from.x;
-  const std::int64_t y = std::int64_t{pixel.y} - from.y;
-  const bool flat = std::abs(runX) >= std::abs(runY);
-  const std::int64_t run = flat ? runX : runY;
-  const std::int64_t along = flat ? x : y;
-  if (along < std::min<std::int64_t>(run, 0) || along > std::max<std::int64_t>(run, 0))
-    return false;
-  if (run == 0) return x == 0 && y == 0;
-  const double across = static_cast<double>(flat ? runY : runX) / static_cast<double>(run);
-  const double off = static_cast<double>(flat ? y : x) - across * static_cast<double>(along);
-  return std::abs(off) < 0.5;
-}
-
-// A prepared page that is asked instead of painted: the vertices of its polygons are the very
-// pixels that a painted page has.
-class Probe : public CMapGif {
- public:
-  using CMapGif::CMapGif;
-
-  // True when painting the polygon, inside and outline, would touch the pixel.
+  // True when painting the polygon, inside and outline, touches the pixel.
   bool Paints(const CPolygon& polygon, const CPoint& pixel) {
     if (polygon.GetSize() == 0) return false;
-    const float angle = map->GetDrawRoot()->GetAngle();
-    if (angle != 0.0F) {
-      RotatePolygon(&polygon, &turned_, angle);
-      SetPolygon(&turned_);
+    if (angle_ == 0.0F) {
+      page_.SetPolygon(&polygon);
     } else {
-      SetPolygon(&polygon);
+      CMapGif::RotatePolygon(&polygon, &turned_, angle_);
+      page_.SetPolygon(&turned_);
     }
-    const std::span<const CPoint> ring(points.data(), static_cast<std::size_t>(numPoints));
-    if (Crossings(ring, pixel.y, columns_).Cover(pixel.x)) return true;
-    CPoint from = ring.back();
-    return std::any_of(ring.begin(), ring.end(), [&](const CPoint& to) {
-      return LinePasses(std::exchange(from, to), to, pixel);
-    });
+    page_.SetPixel(pixel.x, pixel.y, kUntouched);
+    page_.FillPolygon(kTouched);
+    page_.DrawOutlinePolygon(kTouched);
+    return page_.GetPixel(pixel.x, pixel.y) == page_.GetRGB(kTouched);
   }
 
  private:
+  static constexpr unsigned long kUntouched = 0xFFFFFF;
+  static constexpr unsigned long kTouched = 0x000000;
+
+  GifPage page_;
+  float angle_;
   CPolygon turned_;
-  std::vector<std::int64_t> columns_;
 };
 
 // What the uppermost polygon of an area at a pixel is.
@@ -179,11 +122,8 @@ int Locate(int argc, const char* const* argv, CliHost& host) {
   const CPoint pixel = ParsePixel(pixelText);
 
   View view(request, &host);
-  Probe probe(&view.map, &view.legend, &view.data, CString());
-  probe.PrepareCoords(request.size.width, request.size.height);
-  const bool isOnPage =
-      pixel.x >= 0 && pixel.y >= 0 && pixel.x < request.size.width && pixel.y < request.size.height;
-  const CMapOb* area = isOnPage ? AreaAt(view, probe, pixel) : nullptr;
+  Probe probe(view);
+  const CMapOb* area = AreaAt(view, probe, pixel);
   if (area == nullptr) throw Failed(pixelText, "no area is there");
   PrintArea(view, *area, asJson, host);
   return kDone;

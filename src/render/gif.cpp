@@ -102,6 +102,12 @@ void CGif::SetPixel(int x, int y, unsigned long color) {
   gdImageSetPixel(&GetImage(), x, y, index);
 }
 
+int CGif::GetPixel(int x, int y) const {
+  const gdImageStruct& canvas = vexel::RefOrThrow(image);
+  const bool isInside = x >= 0 && y >= 0 && x < canvas.sx && y < canvas.sy;
+  return isInside ? canvas.pixels[y][x] : -1;
+}
+
 void CGif::SetPolygon(const CPolygon* polygon) {
   const vexel::Axis column(rect.left, rect.right, 0, width);
   const vexel::Axis row(rect.top, rect.bottom, 0, height);

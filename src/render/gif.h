@@ -57,6 +57,9 @@ class VEXEL_API CGif : public CObject {
 
   void SetPixel(int x, int y, unsigned long color);
 
+  // The palette index of a pixel; -1 outside the image.
+  int GetPixel(int x, int y) const;
+
   // Makes the polygon's integer points, scaled from the source rectangle, the polygon at work. The
   // ring begins at the first of those last vertices that lie on the row of vertex 0. Throws
   // CInvalidArgException for a polygon without points.

@@ -227,6 +227,40 @@ std::string ColorAt(gdImagePtr picture, int x, int y) {
   return text.data();
 }
 
+using Picture = std::unique_ptr<gdImage, void (*)(gdImagePtr)>;
+
+Picture ReadPicture(std::string bytes) {
+  return {gdImageCreateFromGifPtr(static_cast<int>(bytes.size()), bytes.data()), &gdImageDestroy};
+}
+
+// On a line the area that is painted last counts; a hole is no part of the area that fills it.
+TEST_F(Cli, LocatesWhatLiesUppermost) {
+  std::string map(kLandMap);
+  map.insert(map.rfind("[EndGroup]"),
+             "[Polygon]\nHole\n10 60\n30 60\n30 90\n10 90\n\n"
+             "[Polygon]\nHole\n10 10\n30 10\n30 40\n10 40\n\n");
+  folder.Write("land.map", map);
+  const std::vector<int> box = Report("land.mdf --level 2")["page"]["map"];
+  const Picture picture = ReadPicture(folder.Read("page.gif"));
+  ASSERT_NE(picture, nullptr);
+  const auto columnOf = [&](int x) { return box[0] + x * (box[2] - box[0]) / 100; };
+  const auto rowOf = [&](int y) { return box[3] - y * (box[3] - box[1]) / 100; };
+  const auto keyAt = [&](int column, int row, const std::string& options) {
+    const RunResult done = Call("locate land.mdf --level 2 " + options + std::to_string(column) +
+                                ',' + std::to_string(row));
+    return done.out.substr(0, done.out.find('\t'));
+  };
+  int line = columnOf(37);
+  while (line < columnOf(43) && ColorAt(picture.get(), line, rowOf(75)) != "#000000") ++line;
+  EXPECT_EQ(keyAt(line - 1, rowOf(75), ""), "1,1");
+  EXPECT_EQ(keyAt(line, rowOf(75), ""), "1,2");
+  EXPECT_EQ(keyAt(line, rowOf(75), "--outline 1,1 "), "1,1");
+  EXPECT_EQ(keyAt(line + 1, rowOf(75), "--outline 1,1 "), "1,2");
+  EXPECT_EQ(keyAt(columnOf(20), rowOf(75), ""), "1,1");
+  EXPECT_EQ(keyAt(columnOf(20), rowOf(25), ""), "");
+  EXPECT_EQ(keyAt(columnOf(60), rowOf(25), ""), "2,1");
+}
+
 class CliLocate : public Cli, public testing::WithParamInterface<std::string> {};
 
 TEST_P(CliLocate, AgreesWithThePicture) {
@@ -234,9 +268,7 @@ TEST_P(CliLocate, AgreesWithThePicture) {
   const Json report = Report(view);
   std::map<Key, std::string> colors;
   for (const Json& area : report["areas"]) colors[area["key"].get<Key>()] = area["color"];
-  std::string bytes = folder.Read("page.gif");
-  const std::unique_ptr<gdImage, void (*)(gdImagePtr)> picture(
-      gdImageCreateFromGifPtr(static_cast<int>(bytes.size()), bytes.data()), &gdImageDestroy);
+  const Picture picture = ReadPicture(folder.Read("page.gif"));
   ASSERT_NE(picture, nullptr);
 
   const std::vector<int> map = report["page"]["map"];
