@@ -154,7 +154,7 @@ void CGif::SetRing(std::span<const CPoint> ring, const vexel::Axis& column, cons
                    const vexel::Axis& startRow) {
   numPoints = static_cast<int>(ring.size());
   if (ring.empty()) AfxThrowInvalidArgException();
-  if (points.size() < ring.size()) points.resize(ring.size());
+  points.MakeRoom(ring.size());
   const int firstRow = startRow(ring.front().y);
   const auto runEnd = std::find_if(ring.rbegin(), ring.rend(), [&](const CPoint& vertex) {
     return startRow(vertex.y) != firstRow;
@@ -167,7 +167,7 @@ void CGif::SetRing(std::span<const CPoint> ring, const vexel::Axis& column, cons
 
 std::span<const CPoint> CGif::GetVertices() const {
   const auto count = static_cast<std::size_t>(std::max(numPoints, 0));
-  return std::span(points).first(std::min(count, points.size()));
+  return std::span(points.data(), points.size()).first(std::min(count, points.size()));
 }
 
 vexel::Ring CGif::GetRing() const { return vexel::Ring(GetVertices()); }

@@ -15,6 +15,7 @@
 #include "platform/geometry.h"
 #include "platform/object.h"
 #include "platform/string.h"
+#include "render/vertex_buffer.h"
 
 struct gdImageStruct;
 
@@ -100,7 +101,7 @@ class VEXEL_API CGif : public CObject {
   gdImageStruct* image = nullptr;
   int width = 0;
   int height = 0;
-  std::vector<CPoint> points;  // vertices of the polygon at work, in pixels
+  vexel::VertexBuffer points;  // vertices of the polygon at work, in pixels: `numPoints` of them
   int numPoints = 0;
   std::vector<unsigned long> colorRgb;
   std::vector<int> colorIndex;

@@ -12,7 +12,7 @@ TEST(ScalingTest, PutsTheLargestYOnTop) {
   ASSERT_EQ(ToText(page->mapRect), "10, 155, 590, 445");
   page->SetPolygon(MakePolygon({{0, 0}, {16000, -8000}, {32000, -16000}, {-7, 60}}).get());
   EXPECT_EQ(page->numPoints, 4);
-  EXPECT_EQ(ToText(page->points), "(10, 155)(300, 300)(590, 445)(10, 154)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(10, 155)(300, 300)(590, 445)(10, 154)");
 }
 
 TEST(ScalingTest, ATurnedRootReadsTheExtentTheOtherWayRound) {
@@ -24,15 +24,15 @@ TEST(ScalingTest, ATurnedRootReadsTheExtentTheOtherWayRound) {
   TurnNode(scene.map, 0);
   ASSERT_TRUE(std::signbit(scene.map.GetAngle()));  // a negative zero is no angle
   page->SetPolygon(polygon.get());
-  EXPECT_EQ(ToText(page->points), "(300, 445)(300, 155)(300, 300)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(300, 445)(300, 155)(300, 300)");
   TurnNode(scene.map, 10);
   page->SetPolygon(polygon.get());
-  EXPECT_EQ(ToText(page->points), "(300, 155)(300, 445)(300, 300)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(300, 155)(300, 445)(300, 300)");
   // The start vertex still goes by the rows of a map that is not turned: 0, 4 and 0 here.
   page->extent = {0, 0, 10, 10};
   page->mapRect = {0, 0, 10, 5};
   page->SetPolygon(MakePolygon({{0, 0}, {1, 9}, {2, 1}}).get());
-  EXPECT_EQ(ToText(page->points), "(2, 4)(0, 5)(1, 0)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(2, 4)(0, 5)(1, 0)");
 }
 
 TEST(ScalingTest, TheRingBeginsWithTheLastRunOnTheRowOfItsFirstVertex) {
@@ -40,9 +40,9 @@ TEST(ScalingTest, TheRingBeginsWithTheLastRunOnTheRowOfItsFirstVertex) {
   const auto page = scene.MakePage(600, 600);
   page->extent = page->mapRect = {0, 0, 100, 100};
   page->SetPolygon(MakePolygon({{0, 3}, {1, 7}, {2, 9}, {3, 3}, {4, 3}}).get());
-  EXPECT_EQ(ToText(page->points), "(3, 3)(4, 3)(0, 3)(1, 7)(2, 9)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(3, 3)(4, 3)(0, 3)(1, 7)(2, 9)");
   page->SetPolygon(MakePolygon({{0, 3}, {1, 3}, {2, 3}}).get());
-  EXPECT_EQ(ToText({page->points.begin(), page->points.begin() + 3}), "(0, 3)(1, 3)(2, 3)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(0, 3)(1, 3)(2, 3)");
 }
 
 TEST(ScalingTest, AnExtentWithoutSizeOrFarPointsStayWithinAnInt) {
@@ -50,10 +50,10 @@ TEST(ScalingTest, AnExtentWithoutSizeOrFarPointsStayWithinAnInt) {
   const auto page = scene.MakePage(600, 600);
   page->extent = {5, 5, 5, 5};
   page->SetPolygon(MakePolygon({{0, 0}, {9, 9}}).get());
-  EXPECT_EQ(ToText(page->points), "(10, 155)(10, 155)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(10, 155)(10, 155)");
   page->extent = {-1, 0, 0, -1};
   page->SetPolygon(MakePolygon({{2147483647, 0}, {-2147483647 - 1, 1}}).get());
-  EXPECT_EQ(ToText(page->points), "(2147483647, 155)(-2147483648, -135)");
+  EXPECT_EQ(ToText(page->GetVertices()), "(2147483647, 155)(-2147483648, -135)");
   const CPolygon empty;
   EXPECT_THROW(page->SetPolygon(&empty), CInvalidArgException);
   EXPECT_EQ(page->numPoints, 0);

@@ -1,5 +1,6 @@
 #include "render/gif.h"
 
+#include <array>
 #include <cstdlib>
 
 #include "platform/exceptions.h"
@@ -19,8 +20,9 @@ TEST(CanvasTest, TheLongerSideOfARectangleGets500Pixels) {
       {{-2000000000, 1, 2000000000, -2000000000}, {500, 465}}};
   for (const auto& [source, size] : cases) {
     const ProbeGif gif(source, "x.gif");
-    EXPECT_EQ(ToText({{gif.width, gif.height}}), ToText({size})) << ToText(source);
-    EXPECT_EQ(ToText({{gif.image->sx, gif.image->sy}}), ToText({size}));
+    EXPECT_EQ(ToText(std::array{CPoint{gif.width, gif.height}}), ToText(std::array{size}))
+        << ToText(source);
+    EXPECT_EQ(ToText(std::array{CPoint{gif.image->sx, gif.image->sy}}), ToText(std::array{size}));
   }
 }
 
@@ -71,9 +73,9 @@ TEST(ColorCacheTest, BeyondThePaletteTheClosestEntryIsUsed) {
 TEST(PolygonAtWorkTest, IsScaledFilledAndOutlined) {
   ProbeGif gif({0, 0, 1000, -400}, "");
   gif.SetPolygon(MakePolygon({{20, -20}, {60, -20}, {60, -60}, {20, -60}, {-9, -20}}).get());
-  EXPECT_EQ(ToText(gif.points), "(-4, 10)(10, 10)(30, 10)(30, 30)(10, 30)");
+  EXPECT_EQ(ToText(gif.GetVertices()), "(-4, 10)(10, 10)(30, 10)(30, 30)(10, 30)");
   const Picture expected(500, 200);
-  std::vector<gdPoint> points = ForGd(gif.points);
+  std::vector<gdPoint> points = ForGd(gif.GetVertices());
   gdImageFilledPolygon(expected.get(), points.data(), 5, 2);
   gdImagePolygon(expected.get(), points.data(), 5, 3);
   gif.FillPolygon(0x0000FF);
@@ -95,8 +97,33 @@ TEST(PolygonAtWorkTest, HasNoLimitOfVertices) {
   gif.SetPolygon(&comb);
   EXPECT_EQ(gif.numPoints, 70000);
   EXPECT_EQ(gif.points[69999], (CPoint{499, 400}));
+  gif.DrawPolygon();
+  EXPECT_EQ(gif.GetPixel(499, 400), 1);
   EXPECT_THROW(gif.SetPolygon(std::make_unique<CPolygon>().get()), CInvalidArgException);
   EXPECT_EQ(gif.numPoints, 0);
+}
+
+// A derived class may write the polygon itself.
+TEST(PolygonAtWorkTest, HasRoomFor64000VerticesFromTheStart) {
+  ProbeGif gif(300, 300, "");
+  gif.points[0] = {10, 10};
+  gif.points[1] = {20, 10};
+  gif.points[2] = {20, 20};
+  gif.numPoints = 3;
+  gif.FillPolygon(0x0000FF);
+  EXPECT_EQ(gif.GetPixel(18, 12), 2);
+  for (std::size_t i = 0; i < 64000; ++i) {
+    const int step = static_cast<int>(i / 250);
+    gif.points[i] = {step, i % 2 == 0 ? 0 : 280};
+  }
+  gif.numPoints = 64000;
+  gif.DrawPolygon();
+  EXPECT_EQ(gif.GetPixel(255, 150), 1);
+  EXPECT_EQ(gif.GetPixel(256, 150), 0);
+  for (const CPoint& beside : {CPoint{-1, 0}, CPoint{0, -1}, CPoint{300, 0}, CPoint{0, 300}}) {
+    EXPECT_EQ(gif.GetPixel(beside.x, beside.y), -1);
+  }
+  EXPECT_THROW(ProbeGif().GetPixel(0, 0), CInvalidArgException);
 }
 
 class SaveTest : public testing::Test {

@@ -26,7 +26,7 @@ class ImageMapTest : public testing::Test {
   }
 
   void SetPoints(const std::vector<CPoint>& points) {
-    page.points = points;
+    std::copy(points.begin(), points.end(), page.points.begin());
     page.numPoints = static_cast<int>(points.size());
   }
 

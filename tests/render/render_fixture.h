@@ -11,6 +11,7 @@
 #include <initializer_list>
 #include <memory>
 #include <random>
+#include <span>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -27,6 +28,7 @@ class ProbeGif : public CGif {
   using CGif::CGif;
   using CGif::colorIndex;
   using CGif::colorRgb;
+  using CGif::GetVertices;
   using CGif::height;
   using CGif::image;
   using CGif::numColors;
@@ -40,6 +42,7 @@ class ProbePage : public CMapGif {
  public:
   using CMapGif::CMapGif;
   using CMapGif::extent;
+  using CMapGif::GetVertices;
   using CMapGif::image;
   using CMapGif::legendRect;
   using CMapGif::mapRect;
@@ -76,7 +79,7 @@ inline std::string Difference(const gdImageStruct& a, const gdImageStruct& b) {
   return out.str();
 }
 
-inline std::vector<gdPoint> ForGd(const std::vector<CPoint>& ring) {
+inline std::vector<gdPoint> ForGd(std::span<const CPoint> ring) {
   std::vector<gdPoint> points;
   for (const CPoint& point : ring) points.push_back({point.x, point.y});
   return points;
@@ -88,7 +91,7 @@ inline std::string ToText(const CRect& rect) {
   return out.str();
 }
 
-inline std::string ToText(const std::vector<CPoint>& ring) {
+inline std::string ToText(std::span<const CPoint> ring) {
   std::ostringstream out;
   for (const CPoint& point : ring) out << '(' << point.x << ", " << point.y << ')';
   return out.str();
