@@ -4,7 +4,6 @@
 #include <unistd.h>
 #include <vexel/platform/file.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>

@@ -1,7 +1,5 @@
 // The calculated column of a data set.
 
-#include <algorithm>
-
 #include "data/calculation.h"
 #include "data/dataset.h"
 #include "legend/legend.h"

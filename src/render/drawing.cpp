@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <span>
+#include <vector>
 
 #include "legend/legend.h"
 #include "map/map.h"

@@ -3,8 +3,8 @@
 #include <gd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
-#include <utility>
 
 #include "platform/number.h"
 

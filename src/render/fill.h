@@ -4,7 +4,6 @@
 #define VEXEL_RENDER_FILL_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 #include "platform/geometry.h"
