@@ -111,7 +111,7 @@ int DecimalsFor(std::span<const double> lower, int decimals) {
 
 void SetColors(View& view, std::span<const std::uint32_t> colors) {
   CLegend& legend = view.legend;
-  legend.palette = CLegend::kCustomPalette;
+  legend.palette = CLegend::custom;
   legend.customSaved = 1;
   for (int i = 0; i < legend.numGroups; ++i) {
     Group(legend, i).customColor = colors[static_cast<std::size_t>(i)];
