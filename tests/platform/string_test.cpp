@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cstddef>
+#include <cwchar>
+#include <string_view>
+
 #include "platform/exceptions.h"
 
 namespace vexel::test {
@@ -26,14 +31,81 @@ TEST(String, PartsStayWithinTheText) {
   EXPECT_EQ(text.Right(3), "mpc");
   EXPECT_EQ(text.Right(99), text);
   EXPECT_EQ(text.Right(-1), "");
-  EXPECT_EQ(text.Find('x'), -1);
-  EXPECT_EQ(text.Find('.'), 5);
   EXPECT_EQ(text.GetAt(8), 'c');
   EXPECT_THROW(text.GetAt(9), CInvalidArgException);
   EXPECT_THROW(text.GetAt(-1), CInvalidArgException);
+  EXPECT_EQ(text[9], '\0');
+  EXPECT_THROW(text[10], CInvalidArgException);
+  EXPECT_THROW(text[-1L], CInvalidArgException);
+  EXPECT_THROW(text[~std::size_t{0}], CInvalidArgException);
+  struct Case {
+    int first, count;
+    const char *left, *mid, *fromFirst;
+  };
+  const CString word("abc");
+  for (const Case& c :
+       {Case{0, 2, "ab", "ab", "abc"}, Case{-1, 1, "a", "a", "abc"}, Case{2, 9, "abc", "c", "c"},
+        Case{3, 1, "a", "", ""}, Case{99, -1, "", "", ""}, Case{1, INT_MAX, "abc", "bc", "bc"}}) {
+    EXPECT_EQ(word.Left(c.count), c.left);
+    EXPECT_EQ(word.Mid(c.first, c.count), c.mid) << c.first;
+    EXPECT_EQ(word.Mid(c.first), c.fromFirst) << c.first;
+  }
   EXPECT_EQ(text.MakeUpper(), "\u00E9T{E.MPC");
+  EXPECT_EQ(text.MakeLower(), "\u00E9t{e.mpc");
   EXPECT_EQ(TrimBlanks(" \t a b\t "), "a b");
   EXPECT_EQ(TrimBlanks(" \t"), "");
+}
+
+TEST(String, FindsFromAPositionOn) {
+  const CString text("a.b.");
+  struct Case {
+    const char* part;
+    int start, position;
+  };
+  for (const Case& c :
+       {Case{".", 0, 1}, Case{".", 2, 3}, Case{".", 4, -1}, Case{".", -1, -1}, Case{"b.", 0, 2},
+        Case{"b.a", 0, -1}, Case{"", 4, 4}, Case{nullptr, 1, 1}, Case{"", 5, -1}}) {
+    EXPECT_EQ(text.Find(c.part, c.start), c.position) << c.start;
+    if (c.part != nullptr && *c.part == '.') {
+      EXPECT_EQ(text.Find('.', c.start), c.position) << c.start;
+    }
+  }
+  EXPECT_EQ(text.ReverseFind('.'), 3);
+  EXPECT_EQ(text.ReverseFind('x'), -1);
+}
+
+TEST(String, TrimsAndPrintsInPlace) {
+  CString text(" \t\r\n\u00A0x \v\f");
+  EXPECT_EQ(text.TrimRight(), " \t\r\n\u00A0x");
+  EXPECT_EQ(text.TrimLeft(), "\u00A0x");
+  EXPECT_EQ(CString(" \n ").Trim(), "");
+  text.Format("%s|%s", text.GetString(), text.GetString());
+  EXPECT_EQ(text, "\u00A0x|\u00A0x");
+  constexpr wint_t kNoCharacter = 0xD800;
+  EXPECT_THROW(text.Format("%lc", kNoCharacter), CInvalidArgException);
+  EXPECT_EQ(text.GetLength(), 7);
+}
+
+template <typename Text>
+concept IsAPointer = requires(Text s) {
+  s + 1;
+}
+|| requires(Text s) { 1U + s; }
+|| requires(Text s) { s ? 1 : 2; };
+
+// Text with a 0 in it is compared and added whole, and no number is taken for a character.
+TEST(String, AddsAndComparesWholeTexts) {
+  using namespace std::string_view_literals;
+  const CString text("a\0b"sv);
+  EXPECT_EQ((text + "x" + 'y').View(), "a\0bxy"sv);
+  EXPECT_EQ(('y' + text).View(), "ya\0b"sv);
+  EXPECT_EQ(("x" + text + text).View(), "xa\0ba\0b"sv);
+  EXPECT_NE(text, "a");
+  EXPECT_GT(text, "a");
+  EXPECT_LT("\u00E9", CString("\u00EA"));
+  EXPECT_LT("z", CString("\u00E9"));
+  EXPECT_EQ(text, text);
+  static_assert(!IsAPointer<CString> && IsAPointer<const char*>);
 }
 
 }  // namespace

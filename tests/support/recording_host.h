@@ -71,7 +71,7 @@ class RecordingHost : public CHost {
 
   CString GetProfileText(const char* section, const char* key, const char* defaultText) override {
     const auto found = profile.find(key);
-    return std::string_view(section) != "intl" || found == profile.end() ? CString(defaultText)
+    return std::string_view(section) != "intl" || found == profile.end() ? defaultText
                                                                          : found->second.c_str();
   }
 
