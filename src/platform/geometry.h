@@ -4,7 +4,12 @@
 #ifndef VEXEL_PLATFORM_GEOMETRY_H_
 #define VEXEL_PLATFORM_GEOMETRY_H_
 
+#include "platform/export.h"
+
 struct CPoint {
+  constexpr CPoint() noexcept = default;
+  constexpr CPoint(int column, int row) noexcept : x(column), y(row) {}
+
   int x = 0;
   int y = 0;
 
@@ -12,6 +17,9 @@ struct CPoint {
 };
 
 struct CRect {
+  constexpr CRect() noexcept = default;
+  constexpr CRect(int l, int t, int r, int b) noexcept : left(l), top(t), right(r), bottom(b) {}
+
   int left = 0;
   int top = 0;
   int right = 0;
