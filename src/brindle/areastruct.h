@@ -42,7 +42,7 @@ class VEXEL_API CAreaStruct : public CObject {
     return a.codes == b.codes;
   }
   // Orders siblings: code by code from the top, an unset code before any set one.
-  friend bool operator<(const CAreaStruct& a, const CAreaStruct& b) noexcept;
+  friend VEXEL_API bool operator<(const CAreaStruct& a, const CAreaStruct& b) noexcept;
 
   std::array<std::int32_t, kNumCodes> codes;
 };

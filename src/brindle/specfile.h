@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "brindle/progress.h"
 #include "brindle/text.h"
 #include "platform/export.h"
 #include "platform/file.h"

@@ -65,17 +65,17 @@ namespace vexel {
 // that go through every line of a file.
 
 // Takes the next token off the front of the text; empty when none is left.
-std::string_view TakeToken(std::string_view& text, std::string_view delimiters) noexcept;
+VEXEL_API std::string_view TakeToken(std::string_view& text, std::string_view delimiters) noexcept;
 
 // Takes a plain decimal off the front of the text, up to the first character that is part of none:
 // an optional minus sign and up to 15 digits with at most one point among them, which is what files
 // hold. False, with the text as it was, when none stands there; ToNumber knows all forms.
-bool TakePlainDecimal(std::string_view& text, double& value) noexcept;
+VEXEL_API bool TakePlainDecimal(std::string_view& text, double& value) noexcept;
 
-bool IsWholeNumber(std::string_view text) noexcept;
-std::int64_t ToWholeNumber(std::string_view text) noexcept;
-double ToNumber(std::string_view text) noexcept;
-double ToNumber(std::string_view text, char thousand, char decimal);
+VEXEL_API bool IsWholeNumber(std::string_view text) noexcept;
+VEXEL_API std::int64_t ToWholeNumber(std::string_view text) noexcept;
+VEXEL_API double ToNumber(std::string_view text) noexcept;
+VEXEL_API double ToNumber(std::string_view text, char thousand, char decimal);
 
 }  // namespace vexel
 
