@@ -24,10 +24,10 @@ class ExtensionModule {
   ExtensionModule& operator=(const ExtensionModule&) = delete;
 
  private:
-  std::array<const CRuntimeClass*, 8> records_{CAreaData::GetThisClass(), CVELAData::GetThisClass(),
-                                               CPolygon::GetThisClass(),  CMapOb::GetThisClass(),
-                                               CVELAMap::GetThisClass(),  CRectF::GetThisClass(),
-                                               CGif::GetThisClass(),      CMapGif::GetThisClass()};
+  std::array<CRuntimeClass*, 8> records_{CAreaData::GetThisClass(), CVELAData::GetThisClass(),
+                                         CPolygon::GetThisClass(),  CMapOb::GetThisClass(),
+                                         CVELAMap::GetThisClass(),  CRectF::GetThisClass(),
+                                         CGif::GetThisClass(),      CMapGif::GetThisClass()};
 };
 
 const ExtensionModule module;

@@ -17,13 +17,13 @@ std::span<const double> FirstOf(const vexel::GrowArray<double>& values, int coun
 
 CObject* CAreaData::CreateObject() { return new CAreaData; }
 
-const CRuntimeClass* CAreaData::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CAreaData", &CAreaData::CreateObject,
-                                         &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CAreaData::GetThisClass() {
+  static constinit CRuntimeClass record{"CAreaData", &CAreaData::CreateObject,
+                                        &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CAreaData::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CAreaData::GetRuntimeClass() const { return GetThisClass(); }
 
 void CAreaData::operator=(const CAreaData& other) {  // NOLINT: gives nothing, by custom
   if (this == &other) return;

@@ -21,8 +21,8 @@ inline constexpr double NO_DATA_VALUE = std::numeric_limits<double>::lowest();
 class VEXEL_API CAreaData : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CAreaData() = default;
   explicit CAreaData(const CAreaStruct& key) : area(key) {}

@@ -9,13 +9,13 @@
 
 CObject* CVELAData::CreateObject() { return new CVELAData; }
 
-const CRuntimeClass* CVELAData::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CVELAData", &CVELAData::CreateObject,
-                                         &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CVELAData::GetThisClass() {
+  static constinit CRuntimeClass record{"CVELAData", &CVELAData::CreateObject,
+                                        &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CVELAData::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CVELAData::GetRuntimeClass() const { return GetThisClass(); }
 
 void CVELAData::operator=(CVELAData& source) {  // NOLINT: gives nothing, by custom
   if (this == &source) return;

@@ -27,8 +27,8 @@ class CVELAMap;
 class VEXEL_API CVELAData : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CVELAData() = default;
   CVELAData(const CVELAData&) = delete;

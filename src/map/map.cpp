@@ -12,13 +12,12 @@ void CheckLevel(int index) {
 
 CObject* CVELAMap::CreateObject() { return new CVELAMap; }
 
-const CRuntimeClass* CVELAMap::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CVELAMap", &CVELAMap::CreateObject,
-                                         &CMapOb::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CVELAMap::GetThisClass() {
+  static constinit CRuntimeClass record{"CVELAMap", &CVELAMap::CreateObject, &CMapOb::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CVELAMap::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CVELAMap::GetRuntimeClass() const { return GetThisClass(); }
 
 const CVELAString& CVELAMap::GetLevelName(int index) const {
   CheckLevel(index);

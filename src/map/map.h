@@ -22,8 +22,8 @@ class VEXEL_API CVELAMap : public CMapOb {
   static constexpr int kMostLevels = 8;  // the map's own name and seven levels
 
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CVELAMap() = default;
 

@@ -5,12 +5,12 @@
 
 CObject* CMapOb::CreateObject() { return new CMapOb; }
 
-const CRuntimeClass* CMapOb::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CMapOb", &CMapOb::CreateObject, &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CMapOb::GetThisClass() {
+  static constinit CRuntimeClass record{"CMapOb", &CMapOb::CreateObject, &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CMapOb::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CMapOb::GetRuntimeClass() const { return GetThisClass(); }
 
 CMapOb::~CMapOb() {
   std::for_each(polygons.begin(), polygons.end(), std::default_delete<CPolygon>());

@@ -46,8 +46,8 @@ inline constexpr int kDeepestNesting = 64;
 class VEXEL_API CMapOb : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CMapOb() = default;
   CMapOb(const CVELAString& nodeName, const CAreaStruct& key) : area(key), name(nodeName) {}

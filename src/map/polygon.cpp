@@ -8,13 +8,13 @@
 
 CObject* CPolygon::CreateObject() { return new CPolygon; }
 
-const CRuntimeClass* CPolygon::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CPolygon", &CPolygon::CreateObject,
-                                         &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CPolygon::GetThisClass() {
+  static constinit CRuntimeClass record{"CPolygon", &CPolygon::CreateObject,
+                                        &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CPolygon::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CPolygon::GetRuntimeClass() const { return GetThisClass(); }
 
 int CPolygon::HitTest(const CPoint& point, float angle) const {
   constexpr std::size_t kMostVertices = 64000;

@@ -28,8 +28,8 @@ struct tagVELAPOINTF {
 class VEXEL_API CPolygon : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CPolygon() = default;
   CPolygon(const CPolygon&) = delete;

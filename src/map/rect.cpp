@@ -5,12 +5,12 @@
 
 CObject* CRectF::CreateObject() { return new CRectF; }
 
-const CRuntimeClass* CRectF::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CRectF", &CRectF::CreateObject, &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CRectF::GetThisClass() {
+  static constinit CRuntimeClass record{"CRectF", &CRectF::CreateObject, &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CRectF::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CRectF::GetRuntimeClass() const { return GetThisClass(); }
 
 void CRectF::NormalizeRect() {
   if (left > right) std::swap(left, right);

@@ -11,8 +11,8 @@
 class VEXEL_API CRectF : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CRectF() = default;
   CRectF(float l, float t, float r, float b) : left(l), top(t), right(r), bottom(b) {}

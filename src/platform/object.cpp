@@ -5,8 +5,8 @@
 
 namespace {
 
-std::vector<const CRuntimeClass*>& Registry() {
-  static std::vector<const CRuntimeClass*> records;
+std::vector<CRuntimeClass*>& Registry() {
+  static std::vector<CRuntimeClass*> records;
   return records;
 }
 
@@ -24,7 +24,7 @@ bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const {
   return record != nullptr;
 }
 
-const CRuntimeClass* CRuntimeClass::FromName(std::string_view className) {
+CRuntimeClass* CRuntimeClass::FromName(std::string_view className) {
   const auto& records = Registry();
   const auto found = std::find_if(records.begin(), records.end(), [&](const CRuntimeClass* record) {
     return record->className == className;
@@ -37,18 +37,18 @@ CObject* CRuntimeClass::CreateObject(std::string_view className) {
   return record == nullptr ? nullptr : record->CreateObject();
 }
 
-const CRuntimeClass* CObject::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CObject", nullptr, nullptr};
-  return &kRecord;
+CRuntimeClass* CObject::GetThisClass() {
+  static constinit CRuntimeClass record{"CObject", nullptr, nullptr};
+  return &record;
 }
 
-const CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
 
 void CObject::Serialize(CArchive& /*ar*/) {}
 
-void AfxClassInit(const CRuntimeClass* record) {
+void AfxClassInit(CRuntimeClass* record) {
   auto& records = Registry();
   if (std::find(records.begin(), records.end(), record) == records.end()) records.push_back(record);
 }
 
-void AfxClassTerm(const CRuntimeClass* record) { std::erase(Registry(), record); }
+void AfxClassTerm(CRuntimeClass* record) { std::erase(Registry(), record); }

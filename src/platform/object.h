@@ -11,11 +11,12 @@
 class CArchive;
 class CObject;
 
-// The record of one class. Records are constants with static storage; nothing owns them.
+// The record of one class. Records have static storage and are there before anything runs; nothing
+// owns them, and nobody changes them.
 struct VEXEL_API CRuntimeClass {
   const char* className;
-  CObject* (*createObject)();              // null for a class that cannot be made by record
-  const CRuntimeClass* (*getBaseClass)();  // null for CObject itself
+  CObject* (*createObject)();        // null for a class that cannot be made by record
+  CRuntimeClass* (*getBaseClass)();  // null for CObject itself
 
   // A new object of this class, owned by the caller; null when the class cannot be made.
   CObject* CreateObject() const;
@@ -24,7 +25,7 @@ struct VEXEL_API CRuntimeClass {
   bool IsDerivedFrom(const CRuntimeClass* base) const;
 
   // The registered record of that exact name, null when there is none.
-  static const CRuntimeClass* FromName(std::string_view className);
+  static CRuntimeClass* FromName(std::string_view className);
 
   // A new object of the registered class of that name, owned by the caller; null when unknown.
   static CObject* CreateObject(std::string_view className);
@@ -34,8 +35,8 @@ class VEXEL_API CObject {
  public:
   virtual ~CObject() = default;
 
-  static const CRuntimeClass* GetThisClass();
-  virtual const CRuntimeClass* GetRuntimeClass() const;
+  static CRuntimeClass* GetThisClass();
+  virtual CRuntimeClass* GetRuntimeClass() const;
 
   // Reads or writes the object, by the direction of the archive. The base has nothing to carry.
   virtual void Serialize(CArchive& ar);
@@ -51,7 +52,7 @@ class VEXEL_API CObject {
 // Adds a record to, or takes it from, the registry behind CRuntimeClass::FromName. The library
 // does this for its own classes when it is loaded and unloaded; a host may do so for its own,
 // before it starts threads that look classes up.
-VEXEL_API void AfxClassInit(const CRuntimeClass* record);
-VEXEL_API void AfxClassTerm(const CRuntimeClass* record);
+VEXEL_API void AfxClassInit(CRuntimeClass* record);
+VEXEL_API void AfxClassTerm(CRuntimeClass* record);
 
 #endif  // VEXEL_PLATFORM_OBJECT_H_

@@ -55,12 +55,12 @@ bool WriteBytes(std::span<const unsigned char> bytes, const CString& path) {
 
 CObject* CGif::CreateObject() { return new CGif; }
 
-const CRuntimeClass* CGif::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CGif", &CGif::CreateObject, &CObject::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CGif::GetThisClass() {
+  static constinit CRuntimeClass record{"CGif", &CGif::CreateObject, &CObject::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CGif::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CGif::GetRuntimeClass() const { return GetThisClass(); }
 
 CGif::CGif() : filler_(std::make_unique<vexel::PolygonFiller>()) {}
 

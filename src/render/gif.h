@@ -34,8 +34,8 @@ struct Ring;
 class VEXEL_API CGif : public CObject {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   // An empty canvas, without an image.
   CGif();

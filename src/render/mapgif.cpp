@@ -28,12 +28,12 @@ vexel::Size SizeOf(const CRect& rect) {
 
 CObject* CMapGif::CreateObject() { return new CMapGif; }
 
-const CRuntimeClass* CMapGif::GetThisClass() {
-  static constexpr CRuntimeClass kRecord{"CMapGif", &CMapGif::CreateObject, &CGif::GetThisClass};
-  return &kRecord;
+CRuntimeClass* CMapGif::GetThisClass() {
+  static constinit CRuntimeClass record{"CMapGif", &CMapGif::CreateObject, &CGif::GetThisClass};
+  return &record;
 }
 
-const CRuntimeClass* CMapGif::GetRuntimeClass() const { return GetThisClass(); }
+CRuntimeClass* CMapGif::GetRuntimeClass() const { return GetThisClass(); }
 
 CMapGif::CMapGif(CVELAMap* pageMap, CLegend* pageLegend, CVELAData* pageData, const CString& file)
     : map(pageMap), legend(pageLegend), data(pageData) {

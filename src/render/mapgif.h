@@ -27,8 +27,8 @@ struct LegendRow;
 class VEXEL_API CMapGif : public CGif {
  public:
   static CObject* CreateObject();
-  static const CRuntimeClass* GetThisClass();
-  const CRuntimeClass* GetRuntimeClass() const override;
+  static CRuntimeClass* GetThisClass();
+  CRuntimeClass* GetRuntimeClass() const override;
 
   CMapGif() = default;
 

@@ -23,12 +23,12 @@ TEST(Objects, AreMadeByNameAndKnowTheirClasses) {
 }
 
 TEST(Objects, ARecordStandsOnceAndUntilItIsTakenOut) {
-  static constexpr CRuntimeClass kRecord{"COfAHost", nullptr, &CObject::GetThisClass};
-  AfxClassInit(&kRecord);
-  AfxClassInit(&kRecord);
-  EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), &kRecord);
+  static constinit CRuntimeClass record{"COfAHost", nullptr, &CObject::GetThisClass};
+  AfxClassInit(&record);
+  AfxClassInit(&record);
+  EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), &record);
   EXPECT_EQ(CRuntimeClass::CreateObject("COfAHost"), nullptr);
-  AfxClassTerm(&kRecord);
+  AfxClassTerm(&record);
   EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), nullptr);
 }
 
