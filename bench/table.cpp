@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "scale.h"
+#include "vexel/version.h"
 
 namespace vexel {
 

@@ -8,6 +8,7 @@ endif()
 
 add_executable(vexel_soak bench/soak.cpp)
 target_compile_definitions(vexel_soak PRIVATE VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
+target_include_directories(vexel_soak PRIVATE "${PROJECT_SOURCE_DIR}/src")
 target_link_libraries(vexel_soak PRIVATE vexel_options vexel)
 
 # Whoever only installs a release need not have it.
@@ -21,8 +22,7 @@ list(FILTER bench_sources EXCLUDE REGEX "/(floor|cold|soak)\\.cpp$")
 add_executable(vexel_bench ${bench_sources})
 target_compile_definitions(vexel_bench PRIVATE
   VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
-  VEXEL_BUILD_TYPE="$<CONFIG>"
-  VEXEL_VERSION="${PROJECT_VERSION}")
+  VEXEL_BUILD_TYPE="$<CONFIG>")
 target_link_libraries(vexel_bench PRIVATE
   vexel_options vexel_objects vexel_kit_objects benchmark::benchmark PkgConfig::gd)
 

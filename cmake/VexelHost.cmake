@@ -10,7 +10,7 @@ find_package(nlohmann_json 3.11 REQUIRED)
 
 add_executable(vexel_host ${host_sources})
 set_target_properties(vexel_host PROPERTIES OUTPUT_NAME vexel)
-target_compile_definitions(vexel_host PRIVATE VEXEL_VERSION="${PROJECT_VERSION}")
+target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}/src" "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(vexel_host PRIVATE
   vexel_options CLI11::CLI11 nlohmann_json::nlohmann_json)
 
@@ -22,8 +22,6 @@ mark_as_advanced(VEXEL_GD_ARCHIVE)
 if(VEXEL_GD_ARCHIVE AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
   target_sources(vexel_host PRIVATE
     $<TARGET_OBJECTS:vexel_objects> $<TARGET_OBJECTS:vexel_kit_objects>)
-  target_include_directories(vexel_host PRIVATE
-    $<TARGET_PROPERTY:vexel_kit_objects,INTERFACE_INCLUDE_DIRECTORIES>)
   target_link_libraries(vexel_host PRIVATE "${VEXEL_GD_ARCHIVE}" m)
   target_link_options(vexel_host PRIVATE -static-libstdc++ -static-libgcc LINKER:--gc-sections)
 else()

@@ -1,16 +1,16 @@
-# The library, its headers, the program, and what find_package and pkg-config need to find them.
+# The library, its headers, the program, and what find_package and pkg-config need to find them. The
+# target vexel_installed builds all of it and nothing else.
 
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/vexel")
 
-install(TARGETS vexel EXPORT vexel_targets)
+install(TARGETS vexel EXPORT vexel_targets FILE_SET HEADERS)
+add_custom_target(vexel_installed DEPENDS vexel)
 if(TARGET vexel_host)
   install(TARGETS vexel_host)
+  add_dependencies(vexel_installed vexel_host)
 endif()
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/"
-  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vexel"
-  FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT vexel_targets
   FILE vexel-config.cmake

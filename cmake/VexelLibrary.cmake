@@ -1,6 +1,8 @@
 # libvexel.so. The objects are built once and go into the shared library and straight into tests,
 # benchmarks and fuzz targets, which thereby reach what the library hides.
 
+include(VexelPublicHeaders)
+
 set(VEXEL_ROOMS platform messages brindle map data legend render)
 
 find_package(PkgConfig REQUIRED)
@@ -17,7 +19,8 @@ set_target_properties(vexel_objects PROPERTIES
   VISIBILITY_INLINES_HIDDEN ON)
 # Nobody replaces a function of ours at load time, so calls between them may be inlined.
 target_compile_options(vexel_objects PRIVATE -fno-semantic-interposition)
-target_include_directories(vexel_objects PUBLIC "${PROJECT_SOURCE_DIR}/src")
+target_include_directories(vexel_objects PUBLIC
+  "${PROJECT_SOURCE_DIR}/src" "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(vexel_objects PRIVATE vexel_options PkgConfig::gd)
 
 add_library(vexel SHARED)
@@ -27,11 +30,9 @@ set_target_properties(vexel PROPERTIES
   SOVERSION ${PROJECT_VERSION_MAJOR}
   LINKER_LANGUAGE CXX)
 target_compile_features(vexel INTERFACE cxx_std_20)
-# Headers name each other from the root of the rooms ("map/mapob.h"), installed or not.
-target_include_directories(vexel INTERFACE
-  "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>"
-  "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>"
-  "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/vexel>")
+vexel_add_public_headers(vexel "${PROJECT_SOURCE_DIR}/src" ${VEXEL_PUBLIC_HEADERS})
+configure_file("${PROJECT_SOURCE_DIR}/cmake/version.h.in" "${VEXEL_INCLUDE_DIR}/vexel/version.h" @ONLY)
+target_sources(vexel PUBLIC FILE_SET HEADERS FILES "${VEXEL_INCLUDE_DIR}/vexel/version.h")
 target_link_libraries(vexel PRIVATE vexel_objects)
 if(NOT VEXEL_SANITIZE)
   # A function declared and not defined shows here, not in a host. (clang++ leaves its sanitizers'

@@ -14,6 +14,7 @@
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
 #include "memory.h"
+#include "vexel/version.h"
 
 namespace vexel::cli {
 
