@@ -25,9 +25,12 @@ target_link_libraries(vexel_objects PRIVATE vexel_options PkgConfig::gd)
 
 add_library(vexel SHARED)
 add_library(vexel::vexel ALIAS vexel)
+# Before 1.0 each minor version may change the interface, so it is a library of its own at run time,
+# as it is a package of its own for find_package (SameMinorVersion): a program never starts with
+# another one than it was compiled for.
 set_target_properties(vexel PROPERTIES
   VERSION ${PROJECT_VERSION}
-  SOVERSION ${PROJECT_VERSION_MAJOR}
+  SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
   LINKER_LANGUAGE CXX)
 target_compile_features(vexel INTERFACE cxx_std_20)
 vexel_add_public_headers(vexel "${PROJECT_SOURCE_DIR}/src" ${VEXEL_PUBLIC_HEADERS})
