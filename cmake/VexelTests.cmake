@@ -24,6 +24,9 @@ target_compile_definitions(vexel_test_support ${scope}
   $<$<TARGET_EXISTS:vexel_host>:VEXEL_CLI="$<TARGET_FILE:vexel_host>">)
 target_link_libraries(vexel_test_support ${scope} GTest::gtest PkgConfig::gd)
 
+# These make do with what the shared library exports, and so notice what it forgets to.
+set(outside_folders data map)
+
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${tests_dir}" "${tests_dir}/*")
 foreach(folder IN LISTS folders)
   file(GLOB test_sources CONFIGURE_DEPENDS "${tests_dir}/${folder}/*.cpp")
@@ -35,8 +38,12 @@ foreach(folder IN LISTS folders)
   endif()
   set(test_program test_${folder})
   add_executable(${test_program} ${test_sources})
+  set(library vexel_objects)
+  if(folder IN_LIST outside_folders)
+    set(library vexel)
+  endif()
   target_link_libraries(${test_program} PRIVATE
-    vexel_options vexel_test_support vexel_objects vexel_kit_objects GTest::gtest_main)
+    vexel_options vexel_test_support ${library} GTest::gtest_main)
   if(folder STREQUAL "cli" AND TARGET vexel_host)
     add_dependencies(${test_program} vexel_host)
   endif()
@@ -54,3 +61,33 @@ target_link_libraries(vexel_example PRIVATE vexel_options vexel)
 add_test(NAME docs/Example.Runs
   COMMAND sh -c "mkdir -p '${PROJECT_BINARY_DIR}/example' && cd '${PROJECT_BINARY_DIR}/example' && ln -sfn '${PROJECT_SOURCE_DIR}/samples' samples && '$<TARGET_FILE:vexel_example>' && test -s counties.gif")
 set_tests_properties(docs/Example.Runs PROPERTIES LABELS docs)
+
+# The library as its hosts find it. Sanitized, it would need a sanitized host.
+if(NOT VEXEL_SANITIZE AND TARGET vexel_installed)
+  function(vexel_add_install_test name)
+    add_test(NAME install/${name} COMMAND ${ARGN})
+    set_tests_properties(install/${name} PROPERTIES
+      LABELS install TIMEOUT 300 FIXTURES_REQUIRED vexel_install_tree)
+  endfunction()
+
+  find_program(VEXEL_CLANGXX clang++)
+  mark_as_advanced(VEXEL_CLANGXX)
+  set(host_compilers g++)
+  if(VEXEL_CLANGXX)
+    list(APPEND host_compilers clang++)
+  endif()
+
+  set(check "${tests_dir}/install/check.sh")
+  set(where "${PROJECT_BINARY_DIR}" "${CMAKE_INSTALL_LIBDIR}")
+  vexel_add_install_test(Tree "${check}" tree ${where})
+  set_tests_properties(install/Tree PROPERTIES
+    FIXTURES_REQUIRED "" FIXTURES_SETUP vexel_install_tree)
+  foreach(compiler IN LISTS host_compilers)
+    foreach(kind IN ITEMS package pkgconfig plain)
+      vexel_add_install_test(Host.${kind}.${compiler} "${check}" ${kind} ${where} ${compiler})
+    endforeach()
+  endforeach()
+  vexel_add_install_test(Host.subdirectory "${check}" subdirectory ${where})
+  vexel_add_install_test(Headers "${check}" headers ${where})
+  vexel_add_install_test(Symbols "${tests_dir}/install/symbols.sh" "${PROJECT_BINARY_DIR}")
+endif()
