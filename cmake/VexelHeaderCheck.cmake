@@ -1,8 +1,11 @@
-# `header_check` compiles each header of src/ alone, twice included: it must bring what it uses, and
+# `header_check` compiles each header of src/ and kit/ alone, twice included: it must bring what it uses, and
 # its guard must hold.
 
 file(GLOB_RECURSE headers CONFIGURE_DEPENDS
   RELATIVE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/src/*.h")
+file(GLOB_RECURSE kit_headers CONFIGURE_DEPENDS
+  RELATIVE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/kit/*.h")
+list(APPEND headers ${kit_headers})
 if(NOT headers)
   return()
 endif()
@@ -15,5 +18,6 @@ foreach(header IN LISTS headers)
 endforeach()
 
 add_library(header_check OBJECT EXCLUDE_FROM_ALL ${check_sources})
-target_include_directories(header_check PRIVATE "${PROJECT_SOURCE_DIR}/src")
+target_include_directories(header_check PRIVATE
+  "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}" "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(header_check PRIVATE vexel_options PkgConfig::gd)

@@ -1,4 +1,4 @@
-# The command line: the program `vexel`, on nothing of the library but what it exports.
+# The command line: the program `vexel`, on nothing of the libraries but what they export.
 
 file(GLOB host_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/apps/vexel/*.cpp")
 if(NOT host_sources)
@@ -6,11 +6,10 @@ if(NOT host_sources)
 endif()
 
 find_package(CLI11 2.1 REQUIRED)
-find_package(nlohmann_json 3.11 REQUIRED)
 
 add_executable(vexel_host ${host_sources})
 set_target_properties(vexel_host PROPERTIES OUTPUT_NAME vexel)
-target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}/src" "${VEXEL_INCLUDE_DIR}")
+target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}" "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(vexel_host PRIVATE
   vexel_options CLI11::CLI11 nlohmann_json::nlohmann_json)
 

@@ -30,7 +30,9 @@ set(VEXEL_PUBLIC_HEADERS
   legend/legend.h
   legend/palettes.h
   render/gif.h
-  render/mapgif.h)
+  render/latin2.h
+  render/mapgif.h
+  render/vertex_buffer.h)
 
 set(VEXEL_INCLUDE_DIR "${PROJECT_BINARY_DIR}/include")
 

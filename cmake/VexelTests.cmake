@@ -17,7 +17,7 @@ else()
   set(scope INTERFACE)
 endif()
 target_include_directories(vexel_test_support ${scope}
-  "${PROJECT_SOURCE_DIR}/src" "${tests_dir}")
+  "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}" "${tests_dir}" "${VEXEL_INCLUDE_DIR}")
 target_compile_definitions(vexel_test_support ${scope}
   VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
   VEXEL_TESTS_DIR="${tests_dir}"
@@ -26,6 +26,7 @@ target_link_libraries(vexel_test_support ${scope} GTest::gtest PkgConfig::gd)
 
 # These make do with what the shared library exports, and so notice what it forgets to.
 set(outside_folders data map)
+set(kit_folders kit support)
 
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${tests_dir}" "${tests_dir}/*")
 foreach(folder IN LISTS folders)
@@ -41,6 +42,9 @@ foreach(folder IN LISTS folders)
   set(library vexel_objects)
   if(folder IN_LIST outside_folders)
     set(library vexel)
+  endif()
+  if(folder IN_LIST kit_folders)
+    list(APPEND library vexel_kit_objects)
   endif()
   target_link_libraries(${test_program} PRIVATE
     vexel_options vexel_test_support ${library} GTest::gtest_main)
