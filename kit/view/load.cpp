@@ -1,6 +1,7 @@
 #include "kit/view/load.h"
 
 #include <vexel/brindle/specfile.h>
+#include <vexel/messages/messages.h>
 #include <vexel/platform/exceptions.h>
 
 #include "kit/files/files.h"
@@ -86,8 +87,9 @@ void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, Listener& h
   try {
     if (map.Build(Text(path), loadFloats, host.ShowsProgress() ? 1 : 0) != 0) return;
   } catch (const CArchiveException& error) {
-    throw Failed(path, error.cause == CArchiveException::endOfFile ? "the compiled file ends early"
-                                                                   : error.what());
+    throw Failed(path, error.cause == CArchiveException::endOfFile
+                           ? std::string(MessageText(Message::compiledEndsEarly))
+                           : error.what());
   }
   if (host.HasSpoken()) throw host.LastError();
   throw Failed(path, "the map cannot be opened");

@@ -39,6 +39,7 @@ void Split(std::string_view text, CSpecFile::Line& line) {
 CSpecFile::~CSpecFile() = default;
 
 int CSpecFile::Open(const char* path, unsigned mode) {
+  path_ = path;
   lineNumber = 0;
   state = 0;
   ungot_ = atEnd_ = false;
@@ -124,6 +125,8 @@ bool CSpecFile::TakeRawLine(std::string_view& text) {
     end = FindLineEnd();  // what was there already has moved
     if (!more) break;
   }
+  // What stands before a failure without a line end may be half a line.
+  if (end >= filled_ && HasFailed()) next_ = filled_;
   if (next_ == filled_) return false;
   end = std::min(end, filled_);
   text = {buffer_.get() + next_, end - next_};

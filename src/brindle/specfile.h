@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "brindle/progress.h"
@@ -72,6 +73,9 @@ class VEXEL_API CSpecFile : public CStdioFile {
 
   int Close() override;
 
+  // The path by which the file was opened last, as it was given.
+  const std::string& GetPath() const noexcept { return path_; }
+
   int lineNumber = 0;  // of the line last delivered
   unsigned state = 0;  // 0 while lines are delivered, 2 at the end of the file
 
@@ -83,6 +87,7 @@ class VEXEL_API CSpecFile : public CStdioFile {
   void Consume(std::size_t end);
   void SkipByteOrderMark();
 
+  std::string path_;
   bool ungot_ = false;
   bool atEnd_ = false;        // nothing is left in the file behind the buffer
   std::string_view current_;  // the line last delivered

@@ -17,9 +17,7 @@
 namespace {
 
 using vexel::EqualNoCase;
-using vexel::FormatMessage;
 using vexel::Message;
-using vexel::MessageText;
 
 constexpr std::string_view kTab = "\t";
 constexpr std::string_view kKeep = "~";  // leave what the map says
@@ -35,10 +33,12 @@ bool CanHold(const CSpecFile& file, int columns) {
   return file.GetLength() == 0 || file.GetLength() / 2 >= columns;
 }
 
-CString BelowText(Message number, const CSpecFile& file, std::string_view below) {
-  CString text = FormatMessage(number, file.lineNumber);
-  text += '\n';
-  return text + CString(below);
+// A message about the line that the file is at.
+template <typename... Values>
+vexel::MessageInfo AtLine(unsigned flags, Message number, const CSpecFile& file,
+                          std::string_view found, const Values&... values) {
+  return vexel::MakeMessage(
+      flags, number, {.file = file.GetPath(), .line = file.lineNumber, .found = found}, values...);
 }
 
 bool IsMapFile(const CString& path, CFileStatus& status) {
@@ -55,30 +55,44 @@ int CountDecimals(std::string_view cell, char separator) {
 
 // Keeps the text of a message where the host can read it and, unless quiet, shows it. Gives the
 // answer to the box, OK without one.
-int CVELAData::Report(const CString& text, int quiet, unsigned flags) {
-  error = text;
-  return quiet != 0 ? CHost::answerOk : AfxMessageBox(text, flags, 0);
+int CVELAData::Report(const vexel::MessageInfo& message, int quiet) {
+  error = message.text;
+  return quiet != 0 ? CHost::answerOk : vexel::Tell(message);
+}
+
+void CVELAData::ReportFile(vexel::Message number, const CFile& file, const CString& path,
+                           int quiet) {
+  const std::string reason = file.GetReason();
+  Report(vexel::MakeMessage(CHost::ok, number, {.file = path.View(), .reason = reason}, path),
+         quiet);
 }
 
 int CVELAData::Build(const CString& path, int loadMap, int quiet) {
   CSpecFile file(0);
   if (file.Open(path.GetString(), 0) == 0) {
-    Report(CString(MessageText(Message::dataFileNotOpened)) + path, quiet);
+    ReportFile(Message::dataFileNotOpened, file, path, quiet);
     return 0;
   }
   dataFolder = CVELAString(vexel::SplitPath(path.View()).folder);
   statedColumns_ = 0;
+  int loaded = 1;
   while (file.state == 0) {
     CSpecFile::Line line;
     if (!file.NextLine(line) || !EqualNoCase(line.command, "[MapDataFile]")) {
-      Report(CString(MessageText(Message::notADataFile)), quiet);
-      return 0;
+      if (!file.HasFailed()) {
+        Report(AtLine(CHost::ok, Message::notADataFile, file, line.command), quiet);
+        return 0;
+      }
+      break;
     }
-    if (BuildHead(file, loadMap, quiet) == 0) return 0;
+    if (BuildHead(file, loadMap, quiet) == 0) {
+      loaded = 0;
+      break;
+    }
     SettleMapLabel();
   }
-  if (!file.HasFailed()) return 1;
-  Report(CString(MessageText(Message::readFailed)) + path, quiet);
+  if (!file.HasFailed()) return loaded;
+  ReportFile(Message::readFailed, file, path, quiet);
   return 0;
 }
 
@@ -104,7 +118,9 @@ int CVELAData::BuildHead(CSpecFile& file, int loadMap, int quiet) {
     } else if (EqualNoCase(line.command, "[Data]")) {
       if (!IsReadyForRows(file, quiet) || BuildData(file, quiet) == 0) return 0;
     } else {
-      Report(BelowText(Message::invalidHeading, file, line.command), quiet);
+      Report(AtLine(CHost::ok, Message::invalidHeading, file, line.command, file.lineNumber,
+                    line.command),
+             quiet);
       file.SkipSection();
       return 1;
     }
@@ -113,15 +129,16 @@ int CVELAData::BuildHead(CSpecFile& file, int loadMap, int quiet) {
 }
 
 bool CVELAData::IsReadyForRows(const CSpecFile& file, int quiet) {
-  CString missing;
+  vexel::MessageInfo missing;
   if (thousand == decimal) {
-    missing = FormatMessage(Message::sameSeparators, "Thousands", "Decimal");
+    missing = AtLine(CHost::ok, Message::sameSeparators, file, {}, "Thousands", "Decimal");
   } else if (numDataLevels == 0) {
-    missing = FormatMessage(Message::missingStatement, "AreaLevels");
+    missing = AtLine(CHost::ok, Message::missingStatement, file, {}, "AreaLevels");
   } else if (numVars == 0) {
-    missing = FormatMessage(Message::missingStatement, "Variables");
+    missing = AtLine(CHost::ok, Message::missingStatement, file, {}, "Variables");
   } else if (!CanHold(file, numVars)) {
-    missing = FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber);
+    missing =
+        AtLine(CHost::ok, Message::invalidParameterAtLine, file, {}, "Variables", file.lineNumber);
   } else {
     return true;
   }
@@ -134,21 +151,22 @@ bool CVELAData::BuildKeyword(CSpecFile& file, std::string_view keyword, std::str
   const auto is = [=](std::string_view name) { return EqualNoCase(keyword, name); };
   if (is("AreaLevels")) return SetAreaLevels(file, value, quiet);
   if (is("Variables")) return SetVariables(file, value, quiet);
-  if (is("MapFile")) return loadMap == 0 || LoadMap(value, quiet);
+  if (is("MapFile")) return loadMap == 0 || LoadMap(file, value, quiet);
   if (is("Version")) {
     oldVersion = value == "Ortex 3.2" ? 0 : 1;
   } else if (is("LinkTo")) {
     linkToFile.Assign(value);
   } else if (is("Thousands")) {
-    SetThousandWord(value, quiet);
+    SetThousandWord(file, value, quiet);
   } else if (is("Decimal")) {
-    SetDecimalWord(value, quiet);
+    SetDecimalWord(file, value, quiet);
   } else if (is("NoValue")) {
     noValue.Assign(value);
   } else if (is("MapLabel")) {
     mapLabel.Assign(value);
   } else {
-    Report(BelowText(Message::unrecognizedCommand, file, keyword), quiet);
+    Report(AtLine(CHost::ok, Message::unrecognizedCommand, file, keyword, file.lineNumber, keyword),
+           quiet);
   }
   return true;
 }
@@ -156,7 +174,9 @@ bool CVELAData::BuildKeyword(CSpecFile& file, std::string_view keyword, std::str
 bool CVELAData::SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet) {
   const int count = vexel::LowInt32(vexel::ToWholeNumber(value));
   if (count < 0 || count > kMostDataLevels) {
-    Report(FormatMessage(Message::invalidParameterAtLine, "AreaLevels", file.lineNumber), quiet);
+    Report(AtLine(CHost::ok, Message::invalidParameterAtLine, file, value, "AreaLevels",
+                  file.lineNumber),
+           quiet);
     return false;
   }
   numDataLevels = count;
@@ -166,7 +186,9 @@ bool CVELAData::SetAreaLevels(const CSpecFile& file, std::string_view value, int
 bool CVELAData::SetVariables(const CSpecFile& file, std::string_view value, int quiet) {
   const int count = vexel::LowInt32(vexel::ToWholeNumber(value));
   if (count < 0 || count > kMostVariables - statedColumns_) {
-    Report(FormatMessage(Message::invalidParameterAtLine, "Variables", file.lineNumber), quiet);
+    Report(AtLine(CHost::ok, Message::invalidParameterAtLine, file, value, "Variables",
+                  file.lineNumber),
+           quiet);
     return false;
   }
   statedColumns_ += count;
@@ -176,32 +198,34 @@ bool CVELAData::SetVariables(const CSpecFile& file, std::string_view value, int 
   return true;
 }
 
-void CVELAData::SetThousandWord(std::string_view value, int quiet) {
+void CVELAData::SetThousandWord(const CSpecFile& file, std::string_view value, int quiet) {
   if (EqualNoCase(value, "Dot")) {
     thousand = '.';
   } else if (EqualNoCase(value, "Space")) {
     thousand = ' ';
   } else {
     if (!EqualNoCase(value, "Comma"))
-      Report(CString(MessageText(Message::invalidThousands)), quiet);
+      Report(AtLine(CHost::ok, Message::invalidThousands, file, value), quiet);
     thousand = ',';
   }
 }
 
-void CVELAData::SetDecimalWord(std::string_view value, int quiet) {
+void CVELAData::SetDecimalWord(const CSpecFile& file, std::string_view value, int quiet) {
   if (EqualNoCase(value, "Comma")) {
     decimal = ',';
   } else {
-    if (!EqualNoCase(value, "Dot")) Report(CString(MessageText(Message::invalidDecimal)), quiet);
+    if (!EqualNoCase(value, "Dot")) {
+      Report(AtLine(CHost::ok, Message::invalidDecimal, file, value), quiet);
+    }
     decimal = '.';
   }
 }
 
 // Loads the newer of the compiled and the text map; with equal times the compiled one.
-bool CVELAData::LoadMap(std::string_view value, int quiet) {
+bool CVELAData::LoadMap(const CSpecFile& file, std::string_view value, int quiet) {
   mapFile.Assign(value);
   if (mapFile.IsEmpty()) {
-    Report(CString(MessageText(Message::noMapFileGiven)), quiet);
+    Report(AtLine(CHost::ok, Message::noMapFileGiven, file, {}), quiet);
     return false;
   }
   const CString base = mapFile.Find(':') >= 0 ? CString(mapFile) : dataFolder + mapFile;
@@ -212,7 +236,7 @@ bool CVELAData::LoadMap(std::string_view value, int quiet) {
   const bool hasCompiled = IsMapFile(compiled, compiledStatus);
   const bool hasText = IsMapFile(text, textStatus);
   if (!hasCompiled && !hasText) {
-    Report(CString(MessageText(Message::mapFileNotFound)) + mapFile, quiet);
+    Report(AtLine(CHost::ok, Message::mapFileNotFound, file, value, value), quiet);
     return false;
   }
   const bool takeText = !hasCompiled || (hasText && textStatus.mtime > compiledStatus.mtime);
@@ -228,7 +252,8 @@ bool CVELAData::BuildHeader(CSpecFile& file, int quiet) {
   for (int i = 0; i < numDataLevels; ++i) {
     const std::string_view cell = vexel::TakeToken(rest, kTab);
     if (cell.empty()) {
-      Report(FormatMessage(Message::tooFewLevelNames, file.lineNumber), quiet);
+      Report(AtLine(CHost::ok, Message::tooFewLevelNames, file, line.command, file.lineNumber),
+             quiet);
       return false;
     }
     if (cell != kKeep) Map().levelNames[static_cast<std::size_t>(i) + 1].Assign(cell);
@@ -237,7 +262,8 @@ bool CVELAData::BuildHeader(CSpecFile& file, int quiet) {
   for (int i = 0; i < numVars; ++i) {
     const std::string_view cell = vexel::TakeToken(rest, kTab);
     if (cell.empty()) {
-      Report(FormatMessage(Message::tooFewVariableNames, file.lineNumber), quiet);
+      Report(AtLine(CHost::ok, Message::tooFewVariableNames, file, line.command, file.lineNumber),
+             quiet);
       return false;
     }
     varNames[i].Assign(cell);
@@ -266,7 +292,10 @@ class CVELAData::RowReader {
 
  private:
   bool Refuse(Message number) {
-    data_.Report(FormatMessage(number, file_.lineNumber), quiet_);
+    const CVELAString key = row_.area.GetAreasStr();
+    vexel::MessageInfo message = AtLine(CHost::ok, number, file_, {}, file_.lineNumber);
+    message.area = key.View();
+    data_.Report(message, quiet_);
     return false;
   }
 
@@ -290,20 +319,24 @@ class CVELAData::RowReader {
   bool ReadName(std::string_view& rest) {
     const std::string_view name = vexel::TakeToken(rest, kTab);
     CMapOb* node = nodes_.Find(row_.area);
-    if (node == nullptr) return AcceptsStranger(name);
+    if (node == nullptr) return ConfirmsUnknownArea(name);
     if (name != kKeep) node->SetName(CVELAString(name));
     return true;
   }
 
   // An area that the map does not have: the user says whether to go on.
-  bool AcceptsStranger(std::string_view name) {
-    std::string text(MessageText(Message::areaNotInMap));
-    text.append(name).append("\nAreaCodes  =  ");
+  bool ConfirmsUnknownArea(std::string_view name) {
+    std::string codes;
     for (int i = 0; i < data_.numDataLevels; ++i) {
-      if (i > 0) text += " / ";
-      text += std::to_string(row_.area.codes[static_cast<std::size_t>(i)]);
+      if (i > 0) codes += " / ";
+      codes += std::to_string(row_.area.codes[static_cast<std::size_t>(i)]);
     }
-    return data_.Report(CString(std::move(text)), quiet_, CHost::okCancel) != CHost::answerCancel;
+    const CVELAString key = row_.area.GetAreasStr();
+    vexel::MessageInfo message =
+        AtLine(CHost::okCancel, Message::areaNotInMap, file_, {}, name, codes);
+    message.area = key.View();
+    message.name = name;
+    return data_.Report(message, quiet_) != CHost::answerCancel;
   }
 
   bool ReadValues(std::string_view& rest) {

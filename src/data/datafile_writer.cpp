@@ -15,12 +15,7 @@
 namespace {
 
 using vexel::Message;
-using vexel::MessageText;
 using vexel::NumberSeparators;
-
-void Report(Message number, const CVELAString& path) {
-  CVELAString(CString(MessageText(number)) + path).MessageBoxA(0x30);
-}
 
 // The words of the file's head for two separators, and the separators that go with them.
 struct Separators {
@@ -67,11 +62,11 @@ void CVELAMap::SaveMdf(const CVELAString& path) {
   if (floatsLoaded != 0 && SaveMpc(mapPath + ".mpc") == 0) return;
   CSpecFile file(0);
   if (file.Open(path.GetString(), 1) == 0) {
-    Report(Message::dataFileNotOpened, path);
+    vexel::TellOfFile(CHost::warning, Message::dataFileNotOpened, file, path);
     return;
   }
   SaveMdfSpec(file);
-  if (file.Close() == 0) Report(Message::writeFailed, path);
+  if (file.Close() == 0) vexel::TellOfFile(CHost::warning, Message::writeFailed, file, path);
 }
 
 void CVELAMap::SaveMdfSpec(CSpecFile& file) {

@@ -10,6 +10,7 @@
 #include "brindle/areastruct.h"
 #include "brindle/text.h"
 #include "data/areadata.h"
+#include "messages/messages.h"
 #include "platform/array.h"
 #include "platform/export.h"
 #include "platform/object.h"
@@ -127,16 +128,17 @@ class VEXEL_API CVELAData : public CObject {
   friend class CVELAMap;  // writes the data file
 
   CVELAMap& Map() const;  // throws CInvalidArgException when the host has linked none
-  int Report(const CString& text, int quiet, unsigned flags = 0);
+  int Report(const vexel::MessageInfo& message, int quiet);
+  void ReportFile(vexel::Message number, const CFile& file, const CString& path, int quiet);
   int BuildHead(CSpecFile& file, int loadMap, int quiet);
   bool BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value, int loadMap,
                     int quiet);
   bool IsReadyForRows(const CSpecFile& file, int quiet);
   bool SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet);
   bool SetVariables(const CSpecFile& file, std::string_view value, int quiet);
-  bool LoadMap(std::string_view value, int quiet);
-  void SetThousandWord(std::string_view value, int quiet);
-  void SetDecimalWord(std::string_view value, int quiet);
+  bool LoadMap(const CSpecFile& file, std::string_view value, int quiet);
+  void SetThousandWord(const CSpecFile& file, std::string_view value, int quiet);
+  void SetDecimalWord(const CSpecFile& file, std::string_view value, int quiet);
   void SettleMapLabel();
   bool BuildHeader(CSpecFile& file, int quiet);
   void WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBase) const;

@@ -59,11 +59,14 @@ std::int32_t LoadCount(CArchive& ar) {
   return std::max(count, 0);
 }
 
+[[noreturn]] void ThrowDamage(Message number) {
+  throw CArchiveException(CArchiveException::generic, MessageText(number).data());
+}
+
 // The two halves of a file describe one tree.
 void CheckShape(int expected, int found) {
   if (expected == found) return;
-  throw CArchiveException(CArchiveException::generic,
-                          "the two halves of the compiled file do not fit each other");
+  ThrowDamage(Message::halvesDiffer);
 }
 
 }  // namespace
@@ -134,7 +137,7 @@ void CMapOb::LoadIntegers(CArchive& ar, bool oldFormat, int depth) {
   }
   const std::int32_t count = LoadCount(ar);
   if (count > 0 && depth > vexel::kDeepestNesting) {
-    throw CArchiveException(CArchiveException::generic, "the areas are nested too deeply");
+    ThrowDamage(Message::compiledTooDeep);
   }
   for (std::int32_t left = count; left > 0; --left) {
     auto child = std::make_unique<CMapOb>();
@@ -163,21 +166,21 @@ void CMapOb::LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firs
 
 int CVELAMap::SaveMpc(const CVELAString& path) {
   if (floatsLoaded == 0) {
-    AfxMessageBox(CString(MessageText(Message::noFloatCoordinates)), 0, 0);
+    vexel::Tell(CHost::ok, Message::noFloatCoordinates, {.file = path.View()});
     return 0;
   }
   CFile file;
   constexpr unsigned kFlags =
       CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive | CFile::typeBinary;
   if (file.Open(path.GetString(), kFlags) == 0) {
-    CVELAString(CString(MessageText(Message::compiledMapNotWritten)) + path).MessageBoxA(0x30);
+    vexel::TellOfFile(CHost::warning, Message::compiledMapNotWritten, file, path);
     return 0;
   }
   CArchive ar(&file, CArchive::store);
   Serialize(ar, 1);
   ar.Close();
   if (file.Close() == 0) {
-    CVELAString(CString(MessageText(Message::writeFailed)) + path).MessageBoxA(0x30);
+    vexel::TellOfFile(CHost::warning, Message::writeFailed, file, path);
     return 0;
   }
   return compiledValid;

@@ -9,6 +9,7 @@
 
 using vexel::Message;
 using vexel::MessageText;
+using vexel::Tell;
 
 int CVELAMap::Build(const CString& path, int loadFloats, int showProgress) {
   const bool isCompiled = path.Right(3).CompareNoCase("mpc") == 0;
@@ -28,7 +29,7 @@ int CVELAMap::Build(const CString& path, int loadFloats, int showProgress) {
 int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   CFile file;
   if (file.Open(path.GetString(), CFile::typeBinary) == 0) {
-    CVELAString(vexel::FormatMessage(Message::compiledMapNotOpened, path)).MessageBoxA(0x10);
+    vexel::TellOfFile(CHost::error, Message::compiledMapNotOpened, file, path);
     return 0;
   }
   constexpr int kReadBlock = 64 * 1024;
@@ -36,7 +37,7 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   Serialize(ar, loadFloats);
   if (compiledValid == 0) {
     CString shown = path;
-    AfxMessageBox(CString(MessageText(Message::invalidMapFile)) + shown.MakeUpper(), 0, 0);
+    Tell(CHost::ok, Message::invalidMapFile, {.file = path.View()}, shown.MakeUpper());
     return 0;
   }
   floatsLoaded = loadFloats;
@@ -56,13 +57,13 @@ int CVELAMap::BuildText(const CString& path, int showProgress) {
     dialog.SetRange(0, length);
   }
   int loaded = BuildBehindHeading(spec, showProgress != 0 ? &dialog : nullptr);
-  if (loaded != 0 && spec.HasFailed()) {
-    CVELAString(CString(MessageText(Message::readFailed)) + path).MessageBoxA(0x30);
+  if (spec.HasFailed()) {
+    vexel::TellOfFile(CHost::warning, Message::readFailed, spec, path);
     loaded = 0;
   }
   if (showProgress != 0) {
     if (dialog.CheckCancelButton() != 0 || loaded == 0) {
-      AfxMessageBox(CString(MessageText(Message::mapNotLoaded)), 0x40, 0);
+      Tell(CHost::information, Message::mapNotLoaded, {.file = path.View()});
       loaded = 0;
     } else {
       dialog.SetPos(length);
@@ -71,7 +72,7 @@ int CVELAMap::BuildText(const CString& path, int showProgress) {
   floatsLoaded = 1;
   SettleIntoDrawing();
   NormalizeCoords();
-  CheckForMissingPolygons(GetBoundRect());
+  CheckForMissingPolygons(GetBoundRect(), path.View());
   spec.Close();
   return loaded;
 }
@@ -82,7 +83,7 @@ int CVELAMap::BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress) {
   while (spec.NextLine(line)) {
     if (vexel::EqualNoCase(line.command, "[Map]")) return Build(spec, progress);
   }
-  CVELAString(CString(MessageText(Message::noMapHeading))).MessageBoxA(0);
+  if (!spec.HasFailed()) Tell(CHost::ok, Message::noMapHeading, {.file = spec.GetPath()});
   return 0;
 }
 

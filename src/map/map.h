@@ -146,6 +146,7 @@ class VEXEL_API CVELAMap : public CMapOb {
   int BuildText(const CString& path, int showProgress);
   int BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress);
   void SettleIntoDrawing();
+  int CheckForMissingPolygons(const CRect& rect, std::string_view file);
   int Build(CSpecFile& spec, CProgressDlg* progress);
   bool HasRoomForLevel() const { return numMapLevels >= 0 && numMapLevels < kMostLevels; }
   bool BuildTree(CSpecFile& spec, CProgressDlg* progress);

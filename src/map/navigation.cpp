@@ -58,9 +58,12 @@ const CRect& CVELAMap::GetBoundRect(const CAreaStruct& key) {
 }
 
 int CVELAMap::CheckForMissingPolygons(const CRect& rect) {
+  return CheckForMissingPolygons(rect, {});
+}
+
+int CVELAMap::CheckForMissingPolygons(const CRect& rect, std::string_view file) {
   int missing = 0;
   for (CMapOb* child : children) missing |= child->CheckForMissingPolygons(rect);
-  if (missing != 0)
-    AfxMessageBox(CString(vexel::MessageText(vexel::Message::missingPolygons)), 0, 0);
+  if (missing != 0) vexel::Tell(CHost::ok, vexel::Message::missingPolygons, {.file = file});
   return missing;
 }

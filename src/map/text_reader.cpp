@@ -23,10 +23,9 @@ bool IsNodeHeading(std::string_view heading) {
 
 // Shows a message with the number of the line and, below it, what stands there.
 void ReportLine(Message number, const CSpecFile& spec, std::string_view command) {
-  CVELAString text = vexel::FormatMessage(number, spec.lineNumber);
-  text += '\n';
-  text += CString(command);
-  text.MessageBoxA(0);
+  vexel::Tell(CHost::ok, number,
+              {.file = spec.GetPath(), .line = spec.lineNumber, .found = command}, spec.lineNumber,
+              std::string(command));
 }
 
 // Moves the progress bar to where the file is; true once the user has cancelled.
@@ -104,7 +103,8 @@ void CVELAMap::BuildAreaLevels(CSpecFile& spec) {
 
 bool CVELAMap::BuildTree(CSpecFile& spec, CProgressDlg* progress) {
   if (numMapLevels == 0) {
-    AfxMessageBox(CString(vexel::MessageText(Message::noAreaLevels)), 0, 0);
+    vexel::Tell(CHost::ok, Message::noAreaLevels,
+                {.file = spec.GetPath(), .line = spec.lineNumber});
     return false;
   }
   fileBoundsF = EmptyBounds();
@@ -162,7 +162,7 @@ CMapOb::After CMapOb::BuildFromHeading(CSpecFile& spec, const CSpecFile::Line& l
 bool CMapOb::BuildChild(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds,
                         int depth) {
   if (isGroup != 0 && depth > vexel::kDeepestNesting) {
-    CVELAString(vexel::FormatMessage(Message::groupsTooDeep, spec.lineNumber)).MessageBoxA(0);
+    ReportLine(Message::groupsTooDeep, spec, {});
     return false;
   }
   auto child = std::make_unique<CMapOb>();
@@ -245,10 +245,11 @@ CPolygon::AfterLine CPolygon::BuildLine(CSpecFile& spec, double& x, double& y) {
     hole = 1;
     return AfterLine::goOn;
   }
-  const std::string_view first = vexel::TakeToken(line.command, " ");
-  const std::string_view second = vexel::TakeToken(line.command, " ");
+  std::string_view rest = line.command;
+  const std::string_view first = vexel::TakeToken(rest, " ");
+  const std::string_view second = vexel::TakeToken(rest, " ");
   if (second.empty()) {
-    CVELAString(vexel::FormatMessage(Message::badCoordinates, spec.lineNumber)).MessageBoxA(0);
+    ReportLine(Message::badCoordinates, spec, line.command);
     return AfterLine::stops;
   }
   x = vexel::ToNumber(first);

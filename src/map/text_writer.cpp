@@ -12,11 +12,6 @@
 namespace {
 
 using vexel::Message;
-using vexel::MessageText;
-
-void Report(Message number, const CVELAString& path) {
-  CVELAString(CString(MessageText(number)) + path).MessageBoxA(0x30);
-}
 
 // Appends a coordinate with four decimals.
 char* PutCoordinate(char* at, char* end, float value) {
@@ -30,7 +25,7 @@ char* PutCoordinate(char* at, char* end, float value) {
 void CVELAMap::SaveMap(const CVELAString& path, CProgressDlg* progress) {
   CSpecFile spec(0);
   if (spec.Open(path.GetString(), 1) == 0) {
-    Report(Message::mapFileNotWritten, path);
+    vexel::TellOfFile(CHost::warning, Message::mapFileNotWritten, spec, path);
     return;
   }
   spec.PutLine("[Map]");
@@ -42,7 +37,7 @@ void CVELAMap::SaveMap(const CVELAString& path, CProgressDlg* progress) {
   for (int i = 1; i < std::min(numMapLevels, kMostLevels); ++i)
     spec.PutLine("Name", GetLevelName(i));
   for (const CMapOb* child : children) child->Save(spec, progress);
-  if (spec.Close() == 0) Report(Message::writeFailed, path);
+  if (spec.Close() == 0) vexel::TellOfFile(CHost::warning, Message::writeFailed, spec, path);
 }
 
 void CMapOb::Save(CSpecFile& spec, CProgressDlg* progress) const {

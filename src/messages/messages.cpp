@@ -14,16 +14,16 @@ struct Entry {
 
 constexpr std::array kTexts{
     Entry{Message::badCoordinates, "Bad coordinates at line %d"},
-    Entry{Message::errorAtLine, "Error at line %d"},
-    Entry{Message::badAreaStructure, "Bad area structure at line %d"},
+    Entry{Message::errorAtLine, "Error at line %d\n%s"},
+    Entry{Message::badAreaStructure, "Bad area structure at line %d\n%s"},
     Entry{Message::compiledMapNotOpened, "Error: could not open compiled map file %s for reading"},
-    Entry{Message::invalidMapFile, "'MapFile' parameter points to invalid file:  "},
+    Entry{Message::invalidMapFile, "'MapFile' parameter points to invalid file:  %s"},
     Entry{Message::loadingMap, "Loading map file ... please wait"},
     Entry{Message::noMapHeading, "Didn't find [MAP] section heading"},
     Entry{Message::mapNotLoaded, "Map file not loaded."},
     Entry{Message::noAreaLevels, "No AreaLevels in map file"},
-    Entry{Message::invalidHeading, "Invalid section heading at line %d:"},
-    Entry{Message::unrecognizedCommand, "Unrecognized command at line %d:"},
+    Entry{Message::invalidHeading, "Invalid section heading at line %d:\n%s"},
+    Entry{Message::unrecognizedCommand, "Unrecognized command at line %d:\n%s"},
     Entry{Message::missingPolygons,
           "WARNING:  .MAP file has GeoGroup(s) and/or GeoUnit(s) with no polygons"},
     Entry{Message::noData, "<no data>"},
@@ -32,24 +32,28 @@ constexpr std::array kTexts{
     Entry{Message::missingStatement, "Missing %s statement"},
     Entry{Message::unknownVersion, "Spec file version is not %s or %s; try to load it anyway?"},
     Entry{Message::noMapFileGiven, "No Map File specified in Ortex Map Data File"},
-    Entry{Message::mapFileNotFound, "Can't find Ortex Map File:  "},
+    Entry{Message::mapFileNotFound, "Can't find Ortex Map File:  %s"},
     Entry{Message::invalidThousands, "Invalid Thousands parameter"},
     Entry{Message::invalidDecimal, "Invalid Decimal parameter"},
     Entry{Message::tooFewLevelNames, "Not enough area level names at line %d"},
     Entry{Message::tooFewVariableNames, "Not enough variable names at line %d"},
     Entry{Message::areaLevelMissing, "Area Level value missing at line %d"},
-    Entry{Message::areaNotInMap, "Area in .MDF not found in map file:\n\nName  =  "},
+    Entry{Message::areaNotInMap,
+          "Area in .MDF not found in map file:\n\nName  =  %s\nAreaCodes  =  %s"},
     Entry{Message::tooManyValues, "Too many data values at line %d"},
     Entry{Message::tooFewValues, "Not enough data values at line %d"},
-    Entry{Message::mapFileNotWritten, "Can not open map file "},
-    Entry{Message::dataFileNotOpened, "Can not open map data file "},
+    Entry{Message::mapFileNotWritten, "Can not open map file %s"},
+    Entry{Message::dataFileNotOpened, "Can not open map data file %s"},
     Entry{Message::noFloatCoordinates,
           "Can't save .MPC file; no floating point coordinates loaded."},
-    Entry{Message::compiledMapNotWritten, "Can not open compiled map file "},
+    Entry{Message::compiledMapNotWritten, "Can not open compiled map file %s"},
     Entry{Message::invalidParameterAtLine, "Invalid %s parameter at line %d"},
     Entry{Message::groupsTooDeep, "Groups nested too deeply at line %d"},
-    Entry{Message::writeFailed, "Can not write file "},
-    Entry{Message::readFailed, "Can not read file to its end:  "},
+    Entry{Message::writeFailed, "Can not write file %s"},
+    Entry{Message::readFailed, "Can not read file to its end:  %s"},
+    Entry{Message::compiledEndsEarly, "the compiled file ends early"},
+    Entry{Message::compiledTooDeep, "the areas are nested too deeply"},
+    Entry{Message::halvesDiffer, "the two halves of the compiled file do not fit each other"},
 };
 
 constexpr std::string_view kUnknown = "Unknown message %d";
@@ -72,6 +76,13 @@ CString FillMessage(Message number, const std::vector<std::string>& values) {
     rest.remove_prefix(mark + 2);
   }
   return CString(filled.append(rest));
+}
+
+int Tell(const MessageInfo& message) { return CHost::GetCurrent().ShowMessage(message); }
+
+int TellOfFile(unsigned flags, Message number, const CFile& file, const CString& path) {
+  const std::string reason = file.GetReason();
+  return Tell(flags, number, {.file = path.View(), .reason = reason}, path);
 }
 
 }  // namespace vexel

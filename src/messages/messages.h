@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "platform/export.h"
+#include "platform/file.h"
+#include "platform/host.h"
 #include "platform/string.h"
 
 namespace vexel {
@@ -50,6 +52,10 @@ enum class Message : int {
   groupsTooDeep = 16102,
   writeFailed = 16103,
   readFailed = 16104,
+  // What the exceptions of a compiled map say.
+  compiledEndsEarly = 16105,
+  compiledTooDeep = 16106,
+  halvesDiffer = 16107,
 };
 
 // The text of a message, with its %d and %s unfilled. A number that is not in the table gives
@@ -69,6 +75,29 @@ template <typename... Values>
 CString FormatMessage(Message number, const Values&... values) {
   return FillMessage(number, {MessageValue(values)...});
 }
+
+// A message with its text made from the values. `about` brings what is known beside the text.
+template <typename... Values>
+MessageInfo MakeMessage(unsigned flags, Message number, MessageInfo about,
+                        const Values&... values) {
+  about.number = static_cast<int>(number);
+  about.flags = flags;
+  about.text = FormatMessage(number, values...);
+  return about;
+}
+
+// Tells the user through the current host and gives the answer. This is the one way by which the
+// library speaks:
+//   Tell(CHost::warning, Message::readFailed, {.file = path.View()}, path);
+int Tell(const MessageInfo& message);
+
+template <typename... Values>
+int Tell(unsigned flags, Message number, const MessageInfo& about, const Values&... values) {
+  return Tell(MakeMessage(flags, number, about, values...));
+}
+
+// A message whose one value is the path of a file that the system refused, with the reason.
+int TellOfFile(unsigned flags, Message number, const CFile& file, const CString& path);
 
 }  // namespace vexel
 

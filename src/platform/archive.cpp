@@ -83,7 +83,7 @@ std::size_t CArchive::Read(void* bytes, std::size_t count) {
 }
 
 void CArchive::ThrowEndOfFile() {
-  throw CArchiveException(CArchiveException::endOfFile, "the compiled file ends early");
+  throw CArchiveException(CArchiveException::endOfFile, "the stream ends early");
 }
 
 void CArchive::Write(const void* bytes, std::size_t count) {

@@ -47,17 +47,28 @@ CFile::~CFile() {
 
 int CFile::Open(const char* path, unsigned flags) {
   Abort();
+  reason_ = 0;
   exceptionsAtOpen_ = std::uncaught_exceptions();
   const bool opened = (flags & modeWrite) != 0 ? OpenForWriting(path) : OpenForReading(path);
   if (!opened) Forget();
   return opened ? 1 : 0;
 }
 
+// Notes the first reason of a failure. Always false.
+bool CFile::Refuse(int reason) noexcept {
+  if (reason_ == 0) reason_ = reason;
+  return false;
+}
+
+std::string CFile::GetReason() const {
+  return reason_ == 0 ? "" : std::error_code(reason_, std::generic_category()).message();
+}
+
 bool CFile::OpenForReading(const char* path) {
   descriptor_ = ::open(path, O_RDONLY | O_CLOEXEC);
   struct stat status {};
-  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || S_ISDIR(status.st_mode))
-    return false;
+  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return Refuse(errno);
+  if (S_ISDIR(status.st_mode)) return Refuse(EISDIR);
   length_ = S_ISREG(status.st_mode) ? status.st_size : 0;
   return true;
 }
@@ -67,14 +78,15 @@ bool CFile::OpenForWriting(const char* path) {
   pending_.reserve(kWriteBuffer);
   struct stat status {};
   const bool exists = ::stat(path, &status) == 0;
-  if (exists ? S_ISDIR(status.st_mode) : errno != ENOENT || *path == 0) return false;
+  if (!exists && (errno != ENOENT || *path == 0)) return Refuse(errno);
+  if (exists && S_ISDIR(status.st_mode)) return Refuse(EISDIR);
   if (exists && !S_ISREG(status.st_mode)) {
     descriptor_ = ::open(path, O_WRONLY | O_CLOEXEC);
-    return descriptor_ >= 0;
+    return descriptor_ >= 0 || Refuse(errno);
   }
   target_ = ResolveLinks(path);
   // A file that may not be written is not replaced either.
-  if (exists && ::access(target_.c_str(), W_OK) != 0) return false;
+  if (exists && ::access(target_.c_str(), W_OK) != 0) return Refuse(errno);
   if (!OpenTemporary()) return false;
   if (exists) (void)::fchmod(descriptor_, status.st_mode & 0777U);
   return true;
@@ -87,8 +99,9 @@ bool CFile::OpenTemporary() {
     descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor_ < 0 && errno != EEXIST) break;
   }
-  if (descriptor_ < 0) temporary_.clear();
-  return descriptor_ >= 0;
+  if (descriptor_ >= 0) return true;
+  temporary_.clear();
+  return Refuse(errno);
 }
 
 std::size_t CFile::Read(void* buffer, std::size_t count) {
@@ -97,7 +110,7 @@ std::size_t CFile::Read(void* buffer, std::size_t count) {
   while (total < count) {
     const ssize_t got = ::read(descriptor_, to + total, count - total);
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) failed_ = true;
+    if (got < 0) failed_ = !Refuse(errno);
     if (got <= 0) break;
     total += static_cast<std::size_t>(got);
   }
@@ -128,7 +141,7 @@ void CFile::WriteOut(const char* bytes, std::size_t count) {
     const ssize_t written = ::write(descriptor_, bytes, count);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) {
-      failed_ = true;
+      failed_ = !Refuse(errno);
     } else {
       bytes += written;
       count -= static_cast<std::size_t>(written);
@@ -148,9 +161,9 @@ bool CFile::MoveIntoPlace() {
   if (failed_) return false;
   // Closing tells of what a write could not, such as a full share. A sync to the medium is left to
   // the system: it guards against a loss of power alone and would cost more than the page.
-  const bool closed = ::close(std::exchange(descriptor_, -1)) == 0;
-  if (!closed || temporary_.empty()) return closed;
-  if (::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
+  if (::close(std::exchange(descriptor_, -1)) != 0) return Refuse(errno);
+  if (temporary_.empty()) return true;
+  if (::rename(temporary_.c_str(), target_.c_str()) != 0) return Refuse(errno);
   temporary_.clear();
   return true;
 }

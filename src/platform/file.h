@@ -61,6 +61,10 @@ class VEXEL_API CFile : public CObject {
   // True once the file could not be read on or did not take what was written.
   bool HasFailed() const noexcept { return failed_; }
 
+  // Why the file could not be opened, read on or written, in the system's words; empty while
+  // nothing has failed. Stays until the next Open.
+  std::string GetReason() const;
+
   // Bytes read or written so far, and in all. The length of what is no regular file is 0.
   std::int64_t GetPosition() const noexcept { return position_; }
   std::int64_t GetLength() const noexcept { return length_; }
@@ -88,10 +92,12 @@ class VEXEL_API CFile : public CObject {
   bool MoveIntoPlace();
   void WriteOut(const char* bytes, std::size_t count);
   void Forget() noexcept;
+  bool Refuse(int reason) noexcept;
 
   int descriptor_ = -1;
   bool writing_ = false;
   bool failed_ = false;
+  int reason_ = 0;  // the system's number for the first failure
   int exceptionsAtOpen_ = 0;
   std::int64_t position_ = 0;
   std::int64_t length_ = 0;

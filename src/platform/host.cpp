@@ -14,6 +14,10 @@ int CHost::ShowBox(const CString& text, unsigned /*flags*/) {
   return answerOk;
 }
 
+int CHost::ShowMessage(const vexel::MessageInfo& message) {
+  return ShowBox(message.text, message.flags);
+}
+
 CString CHost::GetProfileText(const char* /*section*/, const char* /*key*/,
                               const char* defaultText) {
   return defaultText;

@@ -3,8 +3,28 @@
 #ifndef VEXEL_PLATFORM_HOST_H_
 #define VEXEL_PLATFORM_HOST_H_
 
+#include <string_view>
+
 #include "platform/export.h"
 #include "platform/string.h"
+
+namespace vexel {
+
+// A message with what it is made of beside its text, so that a host need not take the text apart.
+// What is not known is empty or 0. The views are good during the call that hands them over.
+struct MessageInfo {
+  int number = 0;                // of the table of messages
+  CString text = {};             // what the user reads
+  unsigned flags = 0;            // CHost::BoxFlags
+  std::string_view file = {};    // the path as the library was given it
+  int line = 0;                  // counted from 1
+  std::string_view area = {};    // the codes of its key, "12, 3"
+  std::string_view name = {};    // of the area
+  std::string_view found = {};   // what stands in the file and gives the offence
+  std::string_view reason = {};  // why the system refused
+};
+
+}  // namespace vexel
 
 // A host derives from this, overrides what it cares for and installs its object with SetCurrent.
 // The base class is the default host: it writes boxes to standard error, answers OK, shows no
@@ -28,6 +48,10 @@ class VEXEL_API CHost {
 
   // Shows a text in a modal box and returns the answer.
   virtual int ShowBox(const CString& text, unsigned flags);
+
+  // Tells a message of the library and returns the answer, which is asked for where the flags say
+  // so. Shows the text in a box; a host that wants more than the text overrides this.
+  virtual int ShowMessage(const vexel::MessageInfo& message);
 
   // A progress dialog: opened, told its text and range, moved, asked for a cancel, closed. At most
   // one is open on a thread at a time.

@@ -122,8 +122,7 @@ void CGif::FillPolygon(unsigned long color) { FillIn(GetRing(), GetRGB(color)); 
 
 int CGif::Save() {
   if (WriteBytes(vexel::EncodeGif(GetImage()), fileName)) return 1;
-  const CString text = CString(vexel::MessageText(vexel::Message::writeFailed)) + fileName;
-  AfxMessageBox(text, CHost::warning, 0);
+  vexel::Tell(CHost::warning, vexel::Message::writeFailed, {.file = fileName.View()}, fileName);
   return 0;
 }
 

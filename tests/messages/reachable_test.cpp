@@ -43,6 +43,33 @@ class Messages : public MapTest, public testing::WithParamInterface<Case> {
     Put("m.map", kSmallMap);
     return model.data.Build(Put("d.mdf", Cells("[MapDataFile]|Version=Ortex 3.2|" + lines)), 1, 0);
   }
+  // What the exception of a load says.
+  int LoadDamaged(std::string_view bytes, int loadFloats = 0) {
+    try {
+      return model.map.Build(Put("m.mpc", bytes), loadFloats, 0);
+    } catch (const CArchiveException& error) {
+      const bool early = error.cause == CArchiveException::endOfFile;
+      host.ShowBox(early ? CString(MessageText(Message::compiledEndsEarly)) : CString(error.what()),
+                   0);
+      return 0;
+    }
+  }
+  std::string Compiled() {
+    Model other;
+    EXPECT_EQ(Load(other.map, kSmallMap), 1);
+    EXPECT_EQ(other.map.SaveMpc(Path("c.mpc")), 1);
+    return dir.Read("c.mpc");
+  }
+
+  // Loads after so many readings that go well.
+  template <typename Build>
+  int LoadFailing(int readings, const Build& build) {
+    readsUntilFailure = readings;
+    const int result = build();
+    readsUntilFailure = -1;
+    return result;
+  }
+
   int LoadTable(const std::string& lines) {
     return LoadData("MapFile=m|MapLabel=~|AreaLevels=2|Variables=1|[Data]|" + lines);
   }
@@ -146,12 +173,30 @@ const Case kCases[] = {
     {16104,
      [](Messages& t) {
        const CVELAString path = t.Put("m.map", kSmallMap);
-       readsUntilFailure = 1;
-       const int result = t.model.map.Build(path, 0, 0);
-       readsUntilFailure = -1;
-       return result;
+       return t.LoadFailing(1, [&] { return t.model.map.Build(path, 0, 0); });
      },
-     "30 Can not read file to its end:  $/m.map\n"}};
+     "30 Can not read file to its end:  $/m.map\n"},
+    {16105, [](Messages& t) { return t.LoadDamaged(t.Compiled().substr(0, 200)); },
+     "0 the compiled file ends early\n"},
+    {16106,
+     [](Messages& t) {
+       // The root's only child has one that has one and so on.
+       std::string bytes("Ortex 3.1\x1A", 10);
+       bytes += std::string(16, '\0');
+       for (int i = 0; i < 70; ++i) {
+         bytes += std::string(1 + 20 + 4 + 32 + 4, '\0') + std::string("\x01\0\0\0", 4);
+       }
+       return t.LoadDamaged(bytes);
+     },
+     "0 the areas are nested too deeply\n"},
+    {16107,
+     [](Messages& t) {
+       std::string bytes = t.Compiled();
+       const std::size_t half = bytes.rfind(std::string("\x01M", 2));
+       bytes[half + 2 + 16 + 4 + 32] = 5;  // polygons of the root
+       return t.LoadDamaged(bytes, 1);
+     },
+     "0 the two halves of the compiled file do not fit each other\n"}};
 
 TEST_P(Messages, IsToldWithItsTextAndFlags) {
   const Case& expected = GetParam();
@@ -170,6 +215,53 @@ TEST_P(Messages, IsToldWithItsTextAndFlags) {
 
 INSTANTIATE_TEST_SUITE_P(Table, Messages, testing::ValuesIn(kCases),
                          [](const auto& tested) { return std::to_string(tested.param.number); });
+
+struct Facts {
+  const char* name;
+  int (*provoke)(Messages& test);
+  std::string facts;  // of the last message: number, file, area, name, text found and line
+};
+
+class MessageFacts : public Messages {};
+
+TEST_F(MessageFacts, StandBesideTheText) {
+  const Facts kFacts[] = {
+      {"coordinates", kCases[0].provoke, "16000|$/m.map|||3,4|6"},
+      {"keyword", kCases[1].provoke, "16001|$/m.map|||Colour|3"},
+      {"polygons", [](Messages& t) { return t.LoadMap("M|MapName=M|U|Name=A"); },
+       "16011|$/m.map||||0"},
+      {"area", [](Messages& t) { return t.LoadTable(std::string(kHeader) + "7;X;Far;5"); },
+       "16027|$/d.mdf|7|Far||9"},
+      {"row", [](Messages& t) { return t.LoadTable(std::string(kHeader) + "1;2;~;5;6"); },
+       "16028|$/d.mdf|1, 2|||9"},
+      {"count", [](Messages& t) { return t.LoadData("AreaLevels=8"); }, "16101|$/d.mdf|||8|3"},
+      {"missing", [](Messages& t) { return t.model.data.Build(t.Path("no.mdf"), 1, 0); },
+       "16031|$/no.mdf||||0"}};
+  for (const Facts& expected : kFacts) {
+    expected.provoke(*this);
+    std::string facts = host.facts.back();
+    const std::string folder = dir.Path("").substr(0, dir.Path("").size() - 1);
+    facts.replace(facts.find(folder), folder.size(), "$");
+    EXPECT_EQ(facts, expected.facts) << expected.name;
+  }
+  EXPECT_EQ(host.reasons.back(), "No such file or directory");
+}
+
+// Neither the heading that is not found nor the row that is too short is to blame then.
+TEST_F(MessageFacts, OfAFileThatCannotBeReadAreThatAtWhateverReading) {
+  const std::string rows = Cells("[MapDataFile]|MapLabel=~|AreaLevels=2|Variables=1|[Data]|") +
+                           Cells(kHeader) + Cells("1;2;~;5");
+  const CVELAString table = Put("d.mdf", rows);
+  for (const int readings : {0, 1}) {
+    EXPECT_EQ(LoadFailing(readings, [&] { return model.map.Build(Put("f.map", "M"), 0, 0); }), 0);
+    EXPECT_EQ(host.boxes.size(), 1U);
+    EXPECT_EQ(host.facts.back().substr(0, 5), "16104");
+    EXPECT_EQ(host.reasons.back(), "Input/output error");
+    EXPECT_EQ(LoadFailing(readings, [&] { return model.data.Build(table, 0, 1); }), 0);
+    EXPECT_TRUE(model.data.GetError().View().starts_with("Can not read file to its end:  "));
+    host.boxes.clear();
+  }
+}
 
 // 16018 is for hosts that ask before they load a file of another version.
 TEST(MessageTable, HasNoNumberWithoutACase) {

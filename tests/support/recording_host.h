@@ -28,6 +28,8 @@ class RecordingHost : public CHost {
   int cancelAt = 0;                            // the question, from 1, to which the answer is yes
 
   std::vector<Box> boxes;
+  std::vector<std::string> facts;  // of each message: number, file, line and the rest, "|" between
+  std::vector<std::string> reasons;  // why the system refused, of each message
   std::vector<int> positions;
   std::vector<std::string> progressLog;
   int questions = 0;
@@ -41,6 +43,16 @@ class RecordingHost : public CHost {
     const int answer = answers.front();
     answers.pop_front();
     return answer;
+  }
+
+  int ShowMessage(const MessageInfo& message) override {
+    std::string all = std::to_string(message.number);
+    for (const std::string_view fact : {message.file, message.area, message.name, message.found}) {
+      all.append("|").append(fact);
+    }
+    facts.push_back(all + '|' + std::to_string(message.line));
+    reasons.emplace_back(message.reason);
+    return CHost::ShowMessage(message);
   }
 
   void OpenProgress() override {
