@@ -14,12 +14,15 @@ set(VEXEL_PUBLIC_HEADERS
   platform/host.h
   platform/object.h
   platform/profile.h
+  platform/remark.h
   platform/string.h
   messages/messages.h
+  messages/remarks.h
   brindle/areastruct.h
   brindle/progress.h
   brindle/specfile.h
   brindle/text.h
+  map/formats.h
   map/map.h
   map/mapob.h
   map/polygon.h

@@ -1,6 +1,7 @@
 // What is in a file.
 
 #include <vexel/brindle/specfile.h>
+#include <vexel/map/formats.h>
 
 #include <algorithm>
 #include <array>
@@ -22,18 +23,15 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::string_view kFormat = "Ortex 3.1";
-constexpr std::string_view kOldFormat = "TAVO MPC1";
-
 std::string Text(const CString& text) { return std::string(text.View()); }
 
 // The format that the first bytes of a compiled map tell; empty for another file.
 std::string CompiledFormat(const std::string& path) {
-  std::array<char, kFormat.size()> bytes{};
+  std::array<char, kCompiledTag.size()> bytes{};
   CFile file;
   if (file.Open(path.c_str(), CFile::typeBinary) == 0) return {};
   const std::string_view found(bytes.data(), file.Read(bytes.data(), bytes.size()));
-  for (const std::string_view format : {kFormat, kOldFormat}) {
+  for (const std::string_view format : {kCompiledTag, kOldCompiledTag}) {
     if (EqualNoCase(found, format)) return std::string(format);
   }
   return {};

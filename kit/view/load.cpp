@@ -1,6 +1,7 @@
 #include "kit/view/load.h"
 
 #include <vexel/brindle/specfile.h>
+#include <vexel/map/formats.h>
 #include <vexel/messages/messages.h>
 #include <vexel/platform/exceptions.h>
 
@@ -12,21 +13,6 @@ namespace vexel {
 namespace {
 
 CString Text(std::string_view text) { return CString(text); }
-
-bool IsFile(const std::string& path, CFileStatus& status) {
-  return CFile::GetStatus(path.c_str(), status) != 0 && !status.isDirectory;
-}
-
-// The map that a data file with this base in its MapFile line takes: the newer of the two, with
-// equal times the compiled one; empty when there is neither.
-std::string NewerMap(const std::string& base) {
-  CFileStatus compiled;
-  CFileStatus text;
-  const bool hasCompiled = IsFile(base + ".mpc", compiled);
-  const bool hasText = IsFile(base + ".map", text);
-  if (hasText && (!hasCompiled || text.mtime > compiled.mtime)) return base + ".map";
-  return hasCompiled ? base + ".mpc" : "";
-}
 
 // The map that a data file names, as the library finds it. Knowing it beforehand lets a message
 // name the file it is about, and the map show its progress. Empty when there is nothing to load:
@@ -40,7 +26,8 @@ std::string NamedMap(const std::string& path, const std::string& folder) {
     if (!EqualNoCase(line.command, "MapFile")) continue;
     const std::string value(line.argument);
     if (value.empty()) return {};
-    return NewerMap(value.find(':') == std::string::npos ? folder + value : value);
+    const std::string base = value.find(':') == std::string::npos ? folder + value : value;
+    return std::string(NewerMapFile(Text(base)).View());
   }
   return {};
 }
@@ -74,9 +61,7 @@ void LoadRows(CVELAData& data, const Source& source, std::string mapPath, Listen
 
 }  // namespace
 
-bool IsCompiledName(std::string_view path) {
-  return path.size() >= 3 && EqualNoCase(path.substr(path.size() - 3), "mpc");
-}
+bool IsCompiledName(std::string_view path) { return IsCompiledMapName(path); }
 
 void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, Listener& host) {
   CheckReadable(path);

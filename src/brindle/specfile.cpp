@@ -20,11 +20,15 @@ bool IsBlankLine(std::string_view text) {
   return text.empty() || (IsBlank(text.front()) && std::all_of(text.begin(), text.end(), IsBlank));
 }
 
-// Fills in place: a copy of what was just written costs more than all the rest of a short line.
+// Blanks at the ends mean nothing, except in the row of a table, which a tab inside makes. Fills in
+// place: a copy of what was just written costs more than all the rest of a short line.
 void Split(std::string_view text, CSpecFile::Line& line) {
-  line.command = text;
   line.argument = {};
-  if (text.front() == '[') line.command = text.substr(0, text.find_last_not_of(" \t") + 1);
+  if (IsBlank(text.front()) || IsBlank(text.back())) {
+    const std::string_view trimmed = vexel::TrimBlanks(text);
+    if (trimmed.find('\t') == std::string_view::npos) text = trimmed;
+  }
+  line.command = text;
   if (!IsLetter(text.front())) return;
   const auto* wordEnd = std::find_if_not(text.begin(), text.end(), IsWordCharacter);
   const auto* equals = std::find_if_not(wordEnd, text.end(), [](char c) { return c == ' '; });

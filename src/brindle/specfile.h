@@ -19,8 +19,9 @@
 // Lines end in LF, CR LF or CR on reading and in LF on writing; a byte order mark at the start is
 // skipped; a line of blanks and tabs only is never delivered, but counted. A keyword line is a
 // letter, then letters, digits or "_", optional blanks, and "="; blanks at both ends of its value
-// are dropped. A line that holds a tab, or starts with "[", a digit, a sign or a dot is
-// never one, and comes whole; of a heading the blanks behind it are dropped. There are no comments.
+// are dropped. A line that starts with "[", a digit, a sign or a dot is never one. Blanks and tabs
+// at both ends of a line mean nothing and are dropped; a tab inside makes the line a row of a
+// table, which comes whole with all its blanks. There are no comments.
 //
 // The file is read in blocks; a line costs no allocation. What cannot be read on, or a line beyond
 // 64 MiB, ends the file and shows in HasFailed. Writing goes beside the target and takes

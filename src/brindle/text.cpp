@@ -75,6 +75,23 @@ std::string_view FixedDecimal(double value, unsigned decimals, std::span<char> b
   return isZero && text.starts_with('-') ? text.substr(1) : text;
 }
 
+// Whether thousands separators stand where they belong, if there are any.
+bool IsGroupedByThree(std::string_view text, char thousand, char decimal) {
+  text = vexel::TrimBlanks(text);
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  const auto* const end = std::find_if(
+      text.begin(), text.end(), [=](char c) { return c == decimal || c == 'e' || c == 'E'; });
+  if (std::find(end, text.end(), thousand) != text.end()) return false;
+  const std::string_view whole(text.begin(), end);
+  const std::size_t first = whole.find(thousand);
+  if (first == std::string_view::npos) return true;
+  if (first == 0 || first > 3 || (whole.size() - first) % 4 != 0) return false;
+  for (std::size_t i = first; i < whole.size(); ++i) {
+    if ((whole[i] == thousand) != ((i - first) % 4 == 0)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 CVELAString CVELAString::GetToken(const char* delimiters, char* /*unused*/, int /*unusedToo*/) {
@@ -194,37 +211,103 @@ std::int64_t ToWholeNumber(std::string_view text) noexcept {
                                : std::numeric_limits<std::int64_t>::max();
 }
 
-double ToNumber(std::string_view text) noexcept {
-  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-  text = WithoutPlus(text);
+NumberReading ReadNumber(std::string_view text) noexcept {
+  NumberReading reading;
+  std::string_view rest = text;
+  if (TakePlainDecimal(rest, reading.value) && rest.empty()) return reading;
+  text = WithoutPlus(TrimBlanks(text));
   // Words such as "inf" and "nan" are no numbers here.
   const std::size_t first = text.starts_with('-') ? 1 : 0;
-  if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return 0.0;
-  double value = 0.0;
-  std::string_view rest = text;
-  if (TakePlainDecimal(rest, value) && rest.empty()) return value;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec != std::errc::result_out_of_range) return value;
-  return OutOfRange(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));
+  reading = {0.0, NumberFit::none};
+  if (first >= text.size() || !(IsDigit(text[first]) || text[first] == '.')) return reading;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, reading.value);
+  if (result.ec == std::errc::invalid_argument) return reading;
+  if (result.ec == std::errc::result_out_of_range) {
+    const auto length = static_cast<std::size_t>(result.ptr - text.data());
+    return {OutOfRange(text.substr(0, length)), NumberFit::beyondRange};
+  }
+  reading.fit = result.ptr == end ? NumberFit::whole : NumberFit::inPart;
+  return reading;
 }
 
-double ToNumber(std::string_view text, char thousand, char decimal) {
-  double value = 0.0;
+NumberReading ReadNumber(std::string_view text, char thousand, char decimal) {
+  NumberReading reading;
   if (decimal == '.' && text.find(thousand) == std::string_view::npos) {
-    value = ToNumber(text);
+    reading = ReadNumber(text);
   } else {
     thread_local std::string plain;
     plain.clear();
+    bool isCut = false;
     for (const char c : text) {
       if (c == thousand) continue;
-      if (c == '.' && decimal != '.') break;
+      isCut = c == '.' && decimal != '.';
+      if (isCut) break;
       plain += c == decimal ? '.' : c;
     }
-    value = ToNumber(plain);
+    reading = ReadNumber(plain);
+    if (reading.fit == NumberFit::whole && isCut) reading.fit = NumberFit::inPart;
+    if (reading.fit == NumberFit::whole && !IsGroupedByThree(text, thousand, decimal))
+      reading.fit = NumberFit::oddGrouping;
   }
   constexpr double kBeyond = std::numeric_limits<double>::max();
   static const double kMost = std::nextafter(kBeyond, 0.0);
-  return std::clamp(value, -kMost, kMost);
+  if (reading.value > kMost || reading.value < -kMost) [[unlikely]] {
+    return {std::clamp(reading.value, -kMost, kMost), NumberFit::beyondRange};
+  }
+  return reading;
+}
+
+double ToNumber(std::string_view text) noexcept { return ReadNumber(text).value; }
+
+double ToNumber(std::string_view text, char thousand, char decimal) {
+  return ReadNumber(text, thousand, decimal).value;
+}
+
+NumberFit FitOfInt32(std::string_view text) noexcept {
+  text = TrimBlanks(text);
+  const std::int64_t value = ToWholeNumber(text);
+  if (value < std::numeric_limits<std::int32_t>::min() ||
+      value > std::numeric_limits<std::int32_t>::max()) {
+    return NumberFit::beyondRange;
+  }
+  if (IsWholeNumber(text)) return NumberFit::whole;
+  text = WithoutPlus(text);
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return !text.empty() && IsDigit(text.front()) ? NumberFit::inPart : NumberFit::none;
+}
+
+bool IsUtf8(std::string_view text) noexcept {
+  constexpr std::array<std::uint32_t, 5> kLeast{0, 0, 0x80, 0x800, 0x10000};
+  const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+  const auto* const end = at + text.size();
+  while (at != end) {
+    const unsigned lead = *at++;
+    if (lead < 0x80U) continue;
+    const std::size_t length = lead >= 0xF0U ? 4 : lead >= 0xE0U ? 3 : 2;
+    if (lead < 0xC2U || lead > 0xF4U || static_cast<std::size_t>(end - at) < length - 1)
+      return false;
+    std::uint32_t code = lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i, ++at) {
+      if ((*at & 0xC0U) != 0x80U) return false;
+      code = (code << 6U) | (*at & 0x3FU);
+    }
+    if (code < kLeast[length] || code > 0x10FFFFU || (code >= 0xD800U && code <= 0xDFFFU))
+      return false;
+  }
+  return true;
+}
+
+bool EqualButForBlanks(std::string_view a, std::string_view b) noexcept {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  const auto* other = b.begin();
+  for (const char c : a) {
+    if (isBlank(c)) continue;
+    other = std::find_if_not(other, b.end(), isBlank);
+    if (other == b.end() || ToLowerAscii(*other) != ToLowerAscii(c)) return false;
+    ++other;
+  }
+  return std::all_of(other, b.end(), isBlank);
 }
 
 }  // namespace vexel

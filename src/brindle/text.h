@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/export.h"
+#include "platform/remark.h"
 #include "platform/string.h"
 
 class VEXEL_API CVELAString : public CString {
@@ -71,6 +72,45 @@ VEXEL_API std::string_view TakeToken(std::string_view& text, std::string_view de
 // an optional minus sign and up to 15 digits with at most one point among them, which is what files
 // hold. False, with the text as it was, when none stands there; ToNumber knows all forms.
 VEXEL_API bool TakePlainDecimal(std::string_view& text, double& value) noexcept;
+
+// How much of a text is the number that it is read as. Blanks at its ends do not count.
+enum class NumberFit {
+  whole,        // all of it
+  inPart,       // something else stands behind the number
+  none,         // there is no number
+  beyondRange,  // the number is none that can be held
+  oddGrouping,  // thousands separators do not part groups of three
+};
+
+struct NumberReading {
+  double value = 0.0;
+  NumberFit fit = NumberFit::whole;
+};
+
+// What ToNumber gives, with the fit; and the fit of what CVELAString::Val gives, of which the low
+// 32 bits are kept.
+VEXEL_API NumberReading ReadNumber(std::string_view text) noexcept;
+VEXEL_API NumberReading ReadNumber(std::string_view text, char thousand, char decimal);
+VEXEL_API NumberFit FitOfInt32(std::string_view text) noexcept;
+
+// The remark that a fit calls for, if it is not whole.
+constexpr RemarkKind RemarkKindOf(NumberFit fit) noexcept {
+  switch (fit) {
+    case NumberFit::none:
+      return RemarkKind::notANumber;
+    case NumberFit::beyondRange:
+      return RemarkKind::beyondRange;
+    case NumberFit::oddGrouping:
+      return RemarkKind::oddGrouping;
+    default:
+      return RemarkKind::numberInPart;
+  }
+}
+
+VEXEL_API bool IsUtf8(std::string_view text) noexcept;
+
+// Equal but for blanks and tabs, wherever they are, and letter case.
+VEXEL_API bool EqualButForBlanks(std::string_view a, std::string_view b) noexcept;
 
 VEXEL_API bool IsWholeNumber(std::string_view text) noexcept;
 VEXEL_API std::int64_t ToWholeNumber(std::string_view text) noexcept;

@@ -20,6 +20,8 @@ namespace vexel {
 template <typename Item>
 class AreaIndex {
  public:
+  static constexpr std::size_t kNoEntry = static_cast<std::size_t>(-1);
+
   explicit AreaIndex(std::size_t expected)
       : slots_(std::bit_ceil(2 * expected + 1)),
         seed_(std::bit_cast<std::uintptr_t>(slots_.data())) {
@@ -36,15 +38,23 @@ class AreaIndex {
     slot = {UpperHalf(hash), static_cast<std::uint32_t>(entries_.size())};
   }
 
-  // Mostly the areas are looked up in the order in which they were added.
   Item* Find(const CAreaStruct& key) {
+    const std::size_t entry = FindEntry(key);
+    return entry == kNoEntry ? nullptr : entries_[entry].item;
+  }
+
+  // The number of the key, below GetCount(); kNoEntry when nothing has it. Mostly the areas are
+  // looked up in the order in which they were added.
+  std::size_t FindEntry(const CAreaStruct& key) {
     if (next_ >= entries_.size() || !AreSame(entries_[next_].codes, key.codes)) {
       const std::uint32_t entry = slots_[Probe(Hash(key), key)].entry;
-      if (entry == 0) return nullptr;
+      if (entry == 0) return kNoEntry;
       next_ = entry - 1;
     }
-    return entries_[next_++].item;
+    return next_++;
   }
+  Item* ItemOf(std::size_t entry) const { return entries_[entry].item; }
+  std::size_t GetCount() const { return entries_.size(); }
 
  private:
   using Codes = std::array<std::int32_t, CAreaStruct::kNumCodes>;

@@ -6,6 +6,7 @@
 #include "brindle/specfile.h"
 #include "data/dataset.h"
 #include "data/nodeindex.h"
+#include "map/formats.h"
 #include "map/map.h"
 #include "messages/messages.h"
 #include "platform/path.h"
@@ -78,7 +79,7 @@ void CVELAData::WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBas
   const vexel::PathParts mapParts = vexel::SplitPath(mapBase);
   const std::string missing = MissingText();
   file.PutLine("[MapDataFile]");
-  file.PutLine("Version", "Ortex 3.2");
+  file.PutLine("Version", CVELAString(vexel::kTextVersion));
   file.PutLine("MapFile", CVELAString(mapParts.name) + CString(mapParts.extension));
   file.PutLine("AreaLevels", numDataLevels);
   file.PutLine("Variables", numVars);

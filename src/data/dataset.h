@@ -10,7 +10,6 @@
 #include "brindle/areastruct.h"
 #include "brindle/text.h"
 #include "data/areadata.h"
-#include "messages/messages.h"
 #include "platform/array.h"
 #include "platform/export.h"
 #include "platform/object.h"
@@ -18,6 +17,11 @@
 class CMapOb;
 class CSpecFile;
 class CVELAMap;
+
+namespace vexel {
+class DataFileReader;
+class TableReader;
+}  // namespace vexel
 
 // One row for each area and one column for each variable; behind the columns of the variables one
 // more, number `numVars`, for a value derived from two of them. The host writes `map` before the
@@ -51,7 +55,8 @@ class VEXEL_API CVELAData : public CObject {
   int BuildData(CSpecFile& file, int quiet);
 
   // Fills the calculated column of every row from the two selected ones, and sets its decimals. A
-  // Ratio updates the legend of the linked map.
+  // Ratio updates the legend of the linked map. (This and the next stand in
+  // legend/derived_column.cpp.)
   void PerformCalc();
 
   // Decimals that show the values of the linked map's legend with about three digits that count.
@@ -124,29 +129,15 @@ class VEXEL_API CVELAData : public CObject {
   unsigned char oldVersion = 0;
 
  private:
-  class RowReader;
   friend class CVELAMap;  // writes the data file
+  friend class vexel::DataFileReader;
+  friend class vexel::TableReader;
 
-  CVELAMap& Map() const;  // throws CInvalidArgException when the host has linked none
-  int Report(const vexel::MessageInfo& message, int quiet);
-  void ReportFile(vexel::Message number, const CFile& file, const CString& path, int quiet);
-  int BuildHead(CSpecFile& file, int loadMap, int quiet);
-  bool BuildKeyword(CSpecFile& file, std::string_view keyword, std::string_view value, int loadMap,
-                    int quiet);
-  bool IsReadyForRows(const CSpecFile& file, int quiet);
-  bool SetAreaLevels(const CSpecFile& file, std::string_view value, int quiet);
-  bool SetVariables(const CSpecFile& file, std::string_view value, int quiet);
-  bool LoadMap(const CSpecFile& file, std::string_view value, int quiet);
-  void SetThousandWord(const CSpecFile& file, std::string_view value, int quiet);
-  void SetDecimalWord(const CSpecFile& file, std::string_view value, int quiet);
-  void SettleMapLabel();
-  bool BuildHeader(CSpecFile& file, int quiet);
+  CVELAMap& LinkedMap() const;  // throws CInvalidArgException when the host has linked none
   void WriteTo(CSpecFile& file, CVELAMap& tree, std::string_view mapBase) const;
   void WriteHeader(CSpecFile& file, const CVELAMap& tree) const;
   void AppendKeyAndName(std::string& line, const CAreaData& row, const CMapOb* node) const;
   std::string MissingText() const;
-
-  int statedColumns_ = 0;  // by the heads of the file that is being read, in all
 };
 
 #endif  // VEXEL_DATA_DATASET_H_

@@ -7,7 +7,9 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
+#include "map/formats.h"
 #include "map/map.h"
 #include "messages/messages.h"
 #include "platform/archive.h"
@@ -18,8 +20,14 @@ namespace {
 using vexel::Message;
 using vexel::MessageText;
 
-constexpr std::string_view kTag = "Ortex 3.1\x1A";
-constexpr std::string_view kOldTag = "TAVO MPC1\x1A";
+// The tag with the byte behind it.
+constexpr std::size_t kTagSize = vexel::kCompiledTag.size() + 1;
+static_assert(vexel::kOldCompiledTag.size() + 1 == kTagSize);
+
+bool IsTag(std::string_view bytes, std::string_view tag) {
+  return bytes.size() == kTagSize && bytes.back() == vexel::kBehindCompiledTag &&
+         vexel::EqualNoCase(bytes.substr(0, tag.size()), tag);
+}
 
 // Points that are read at a time: a count in a file is only believed as far as its bytes go.
 constexpr int kPointsAtATime = 8192;
@@ -97,10 +105,10 @@ void CPolygon::Load(CArchive& ar, bool floats) {
 void CMapOb::Serialize(CArchive& ar, int floatPass, bool oldFormat) {
   if (ar.IsStoring()) {
     Store(ar, floatPass != 0);
-  } else if (floatPass == 0) {
-    LoadIntegers(ar, oldFormat, 0);
+  } else if (floatPass == 0 || (polygons.IsEmpty() && children.IsEmpty())) {
+    LoadNew(ar, floatPass != 0, oldFormat, 0);
   } else {
-    LoadFloats(ar, oldFormat, 0, 0);
+    MergeFloats(ar, oldFormat, 0, 0);
   }
 }
 
@@ -124,31 +132,33 @@ void CMapOb::LoadKey(CArchive& ar, bool oldFormat) {
   if (oldFormat) std::replace(area.codes.begin(), area.codes.end(), 0, CAreaStruct::kUnset);
 }
 
-void CMapOb::LoadIntegers(CArchive& ar, bool oldFormat, int depth) {
+// Appends polygons and children as the record of either form tells them.
+void CMapOb::LoadNew(CArchive& ar, bool floats, bool oldFormat, int depth) {
   std::int32_t dropped = 0;
   ar >> name;
-  ar >> boundRect.left >> boundRect.top >> boundRect.right >> boundRect.bottom >> angle >> dropped;
+  if (floats) {
+    ar >> boundRectF.top >> boundRectF.bottom >> boundRectF.left >> boundRectF.right;
+  } else {
+    ar >> boundRect.left >> boundRect.top >> boundRect.right >> boundRect.bottom >> angle;
+  }
+  ar >> dropped;
   LoadKey(ar, oldFormat);
   for (std::int32_t left = LoadCount(ar); left > 0; --left) {
     auto polygon = std::make_unique<CPolygon>();
-    polygon->Load(ar, false);
-    AddPoly(polygon.get());
-    static_cast<void>(polygon.release());
+    polygon->Load(ar, floats);
+    Adopt(std::move(polygon));
   }
   const std::int32_t count = LoadCount(ar);
-  if (count > 0 && depth > vexel::kDeepestNesting) {
-    ThrowDamage(Message::compiledTooDeep);
-  }
+  if (count > 0 && depth > vexel::kDeepestNesting) ThrowDamage(Message::compiledTooDeep);
   for (std::int32_t left = count; left > 0; --left) {
     auto child = std::make_unique<CMapOb>();
-    child->LoadIntegers(ar, oldFormat, depth + 1);
-    AddChild(child.get());
-    static_cast<void>(child.release());
+    child->LoadNew(ar, floats, oldFormat, depth + 1);
+    Adopt(std::move(child));
   }
 }
 
 // Fills the polygons and children from the given ones on, which the integer half has made.
-void CMapOb::LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild) {
+void CMapOb::MergeFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild) {
   std::int32_t dropped = 0;
   ar >> name;
   ar >> boundRectF.top >> boundRectF.bottom >> boundRectF.left >> boundRectF.right >> dropped;
@@ -160,7 +170,7 @@ void CMapOb::LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firs
   }
   CheckShape(GetNumChildren() - firstChild, LoadCount(ar));
   for (CMapOb* child : children.Elements().subspan(static_cast<std::size_t>(firstChild))) {
-    child->LoadFloats(ar, oldFormat, 0, 0);
+    child->MergeFloats(ar, oldFormat, 0, 0);
   }
 }
 
@@ -196,7 +206,8 @@ void CVELAMap::Serialize(CArchive& ar, int withFloatPass) {
 }
 
 void CVELAMap::StoreMap(CArchive& ar, int withFloatPass) {
-  ar.Write(kTag.data(), kTag.size());
+  ar.Write(vexel::kCompiledTag.data(), vexel::kCompiledTag.size());
+  ar << vexel::kBehindCompiledTag;
   ar << longLat << numMapLevels;
   for (const CVELAString& levelName : levelNames) ar << levelName;
   Serialize(ar, 0, false);
@@ -215,15 +226,15 @@ void CVELAMap::LoadMap(CArchive& ar, int withFloatPass) {
   const int firstChild = GetNumChildren();
   const bool oldFormat = compiledOldFormat != 0;
   Serialize(ar, 0, oldFormat);
-  if (withFloatPass != 0) LoadFloats(ar, oldFormat, firstPolygon, firstChild);
+  if (withFloatPass != 0) MergeFloats(ar, oldFormat, firstPolygon, firstChild);
   compiledValid = 1;
 }
 
 bool CVELAMap::LoadTag(CArchive& ar) {
-  std::array<char, kTag.size()> tag{};
+  std::array<char, kTagSize> tag{};
   const std::string_view found(tag.data(), ar.Read(tag.data(), tag.size()));
-  const bool isOld = vexel::EqualNoCase(found, kOldTag);
-  if (!isOld && !vexel::EqualNoCase(found, kTag)) return false;
+  const bool isOld = IsTag(found, vexel::kOldCompiledTag);
+  if (!isOld && !IsTag(found, vexel::kCompiledTag)) return false;
   compiledOldFormat = isOld ? 1 : 0;
   return true;
 }

@@ -1,7 +1,11 @@
 // Loading a map by its file's name.
 
+#include <array>
+
+#include "brindle/meant_word.h"
 #include "brindle/progress.h"
 #include "brindle/specfile.h"
+#include "map/formats.h"
 #include "map/map.h"
 #include "messages/messages.h"
 #include "platform/archive.h"
@@ -12,9 +16,8 @@ using vexel::MessageText;
 using vexel::Tell;
 
 int CVELAMap::Build(const CString& path, int loadFloats, int showProgress) {
-  const bool isCompiled = path.Right(3).CompareNoCase("mpc") == 0;
   int loaded = 0;
-  if (isCompiled) {
+  if (vexel::IsCompiledMapName(path.View())) {
     loaded = BuildCompiled(path, loadFloats);
     if (loaded == 0) return 0;
   } else {
@@ -41,14 +44,19 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
     return 0;
   }
   floatsLoaded = loadFloats;
-  SettleIntoDrawing();
+  PrepareTree();
   return 1;
 }
 
 int CVELAMap::BuildText(const CString& path, int showProgress) {
   CProgressDlg dialog(0);
   CSpecFile spec(0);
-  if (spec.Open(path.GetString(), 0) == 0) return 0;
+  if (spec.Open(path.GetString(), 0) == 0) {
+    const std::string reason = spec.GetReason();
+    CHost::GetCurrent().Remark(
+        {.kind = vexel::RemarkKind::notOpened, .file = path.View(), .reason = reason});
+    return 0;
+  }
   const int length = static_cast<int>(spec.GetLength() / vexel::kBytesPerProgressStep);
   if (showProgress != 0) {
     dialog.Create(nullptr);
@@ -70,8 +78,9 @@ int CVELAMap::BuildText(const CString& path, int showProgress) {
     }
   }
   floatsLoaded = 1;
-  SettleIntoDrawing();
+  PrepareTree();
   NormalizeCoords();
+  RemarkOnPrecision(path.View());
   CheckForMissingPolygons(GetBoundRect(), path.View());
   spec.Close();
   return loaded;
@@ -80,15 +89,23 @@ int CVELAMap::BuildText(const CString& path, int showProgress) {
 // Passes over whatever stands before the heading of the map, and reads what stands behind it.
 int CVELAMap::BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress) {
   CSpecFile::Line line;
+  constexpr std::array<std::string_view, 1> kHeading{"[Map]"};
   while (spec.NextLine(line)) {
-    if (vexel::EqualNoCase(line.command, "[Map]")) return Build(spec, progress);
+    if (vexel::EqualNoCase(line.command, kHeading[0])) return Build(spec, progress);
+    if (line.IsHeading() && !vexel::MeantWord(line.command, kHeading).empty()) {
+      CHost::GetCurrent().Remark({.kind = vexel::RemarkKind::blanksInWord,
+                                  .file = spec.GetPath(),
+                                  .line = spec.lineNumber,
+                                  .found = line.command,
+                                  .taken = kHeading[0]});
+    }
   }
   if (!spec.HasFailed()) Tell(CHost::ok, Message::noMapHeading, {.file = spec.GetPath()});
   return 0;
 }
 
 // Parents, levels and marks of a tree that has just been read.
-void CVELAMap::SettleIntoDrawing() {
+void CVELAMap::PrepareTree() {
   InitParents(nullptr);
   InitLevels(0);
   PrepareLevelDrawing(1);

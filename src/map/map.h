@@ -13,6 +13,11 @@
 
 class CLegend;
 
+namespace vexel {
+class DataFileReader;
+class TableReader;
+}  // namespace vexel
+
 // A map: the root node at level 0, the names of its levels, and what is on show of it.
 //
 // The host links a data set and a legend by writing `data` and `legend`; the map owns neither. What
@@ -52,7 +57,7 @@ class VEXEL_API CVELAMap : public CMapOb {
   using CMapOb::Serialize;
 
   // Writes a data file of the linked data set, and the compiled map beside it when the map has its
-  // float coordinates. Failures are reported.
+  // float coordinates. Failures are reported. (Both stand in data/datafile_writer.cpp.)
   void SaveMdf(const CVELAString& path);
   void SaveMdfSpec(CSpecFile& file);
 
@@ -103,13 +108,15 @@ class VEXEL_API CVELAMap : public CMapOb {
   int GetFloatsLoaded() const { return floatsLoaded; }
   int GetLongLat() const { return longLat; }
 
-  // What the page says above the map, from the selection of the linked data set.
+  // What the page says above the map, from the selection of the linked data set. (This and the
+  // next stand in data/titles.cpp.)
   CVELAString GenerateTitle();
 
   // The selected value of a node as text, "<no data>" when there is none.
   CVELAString GetDataStr(CMapOb* node);
 
-  // The colour, 0x00BBGGRR, that stands out from a legend's colours.
+  // The colour, 0x00BBGGRR, that stands out from a legend's colours. (Stands in
+  // render/drawing.cpp.)
   static unsigned long GetOutlineColor(const CLegend* legend);
 
   CVELAData* data = nullptr;
@@ -140,17 +147,17 @@ class VEXEL_API CVELAMap : public CMapOb {
   CFileStatus fileStatus;
 
  private:
-  friend class CVELAData;  // tells whether its file's map was loaded, and renames levels
+  friend class vexel::MapReader;
+  friend class vexel::DataFileReader;  // tells whether its file's map was loaded
+  friend class vexel::TableReader;     // renames levels
 
   int BuildCompiled(const CString& path, int loadFloats);
   int BuildText(const CString& path, int showProgress);
   int BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress);
-  void SettleIntoDrawing();
+  void PrepareTree();
   int CheckForMissingPolygons(const CRect& rect, std::string_view file);
+  void RemarkOnPrecision(std::string_view file) const;
   int Build(CSpecFile& spec, CProgressDlg* progress);
-  bool HasRoomForLevel() const { return numMapLevels >= 0 && numMapLevels < kMostLevels; }
-  bool BuildTree(CSpecFile& spec, CProgressDlg* progress);
-  bool BuildKeyword(const CSpecFile::Line& line);
   void BuildAreaLevels(CSpecFile& spec);
 
   void NormalizePlain(const CRectF& frame);

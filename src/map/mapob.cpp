@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 CObject* CMapOb::CreateObject() { return new CMapOb; }
 
@@ -54,9 +55,7 @@ CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) 
   parentKey.codes[static_cast<std::size_t>(key.GetLevelWithLeadingZeros() - 1)] =
       CAreaStruct::kUnset;
   if (area == parentKey) {
-    auto node = std::make_unique<CMapOb>(nodeName, key);
-    InsertInOrder(node.get());
-    return node.release();
+    return &InsertInOrder(std::make_unique<CMapOb>(nodeName, key));
   }
   // From a node that is no ancestor of the key no path leads to its place. The root is one of every
   // key, whatever its own is.
@@ -68,16 +67,16 @@ CMapOb* CMapOb::InsertArea(const CVELAString& nodeName, const CAreaStruct& key) 
                                     [&](const CMapOb* child) { return child->area == pathKey; });
   if (onPath != children.end()) return (*onPath)->InsertArea(nodeName, key);
   auto between = std::make_unique<CMapOb>(pathKey.GetAreasStr(), pathKey);
-  InsertInOrder(between.get());
-  return between.release()->InsertArea(nodeName, key);
+  return InsertInOrder(std::move(between)).InsertArea(nodeName, key);
 }
 
-void CMapOb::InsertInOrder(CMapOb* child) {
+CMapOb& CMapOb::InsertInOrder(std::unique_ptr<CMapOb> child) {
   const auto* before = std::find_if(children.begin(), children.end(),
                                     [&](const CMapOb* other) { return child->area < other->area; });
-  children.InsertAt(static_cast<int>(before - children.begin()), child);
+  children.InsertAt(static_cast<int>(before - children.begin()), child.get());
   child->parent = this;
   child->level = level + 1;
+  return *child.release();
 }
 
 void CMapOb::Count(int& count) const {

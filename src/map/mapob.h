@@ -4,6 +4,7 @@
 #define VEXEL_MAP_MAPOB_H_
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string_view>
 
@@ -24,6 +25,8 @@ class CVELAData;
 struct _TREEITEM;  // an item of the host's tree control
 
 namespace vexel {
+
+class MapReader;
 
 // The fixed part of a conic projection: angles in radians, and the cotangent of the latitude.
 struct Cone {
@@ -57,9 +60,10 @@ class VEXEL_API CMapOb : public CObject {
 
   // Carries one node and its subtree to or from a compiled map: `floatPass` 0 is the integer form,
   // any other value the float form. With `oldFormat` a code of 0 means unset. Reading the integer
-  // form appends to the node; reading the float form fills the very nodes and polygons that stand
-  // there and must have their shape. Throws CArchiveException when the file ends early, when the
-  // two forms differ in shape, or when nodes are nested too deeply.
+  // form appends to the node. Reading the float form makes polygons and children for a node that
+  // has neither; else it fills the very nodes and polygons that stand there and must have their
+  // shape. Throws CArchiveException when the file ends early, when the two forms differ in shape,
+  // or when nodes are nested too deeply.
   virtual void Serialize(CArchive& ar, int floatPass, bool oldFormat);
   using CObject::Serialize;
 
@@ -88,13 +92,18 @@ class VEXEL_API CMapOb : public CObject {
   CAreaData* GetAreaData() const { return areaData; }
   void SetAreaData(CAreaData* row) { areaData = row; }
 
-  // Children. Adding hands ownership to the node and sets neither parent nor level. Inserting
+  // Children. Adding hands ownership to the node and sets neither parent nor level; Adopt does the
+  // same and cannot lose what it is given. Inserting
   // beyond the count leaves null entries in between, which the caller fills before the tree is
   // used.
   int GetNumChildren() const { return children.GetSize(); }
   CMapOb*& GetChild(int index) { return children[index]; }
   CMapOb* GetChild(int index) const { return children[index]; }
   int AddChild(CMapOb* child) { return children.Add(child); }
+  void Adopt(std::unique_ptr<CMapOb> child) {
+    children.Add(child.get());
+    static_cast<void>(child.release());
+  }
   void InsertChildAt(CMapOb* child, int index) { children.InsertAt(index, child); }
   void RemoveAllChildren();
 
@@ -120,6 +129,10 @@ class VEXEL_API CMapOb : public CObject {
   CPolygon* GetPoly(int index) { return polygons[index]; }
   const CPolygon* GetPoly(int index) const { return polygons[index]; }
   void AddPoly(CPolygon* polygon) { polygons.Add(polygon); }
+  void Adopt(std::unique_ptr<CPolygon> polygon) {
+    polygons.Add(polygon.get());
+    static_cast<void>(polygon.release());
+  }
   void RemovePoly(int index) { polygons.RemoveAt(index); }
 
   // The node with that key on the key's own level at or below this one; null when there is none.
@@ -143,7 +156,7 @@ class VEXEL_API CMapOb : public CObject {
   void InitParents(CMapOb* node);
 
   // Points this node and all below it at their rows of the data set, null where there is none. The
-  // pointers stay good while the set's rows are unchanged.
+  // pointers stay good while the set's rows are unchanged. (Stands in data/dataset.cpp.)
   void SetAreaDataPointers(CVELAData* data);
 
   // Marks exactly the nodes of that level, in this subtree, as drawn.
@@ -174,10 +187,9 @@ class VEXEL_API CMapOb : public CObject {
  protected:
   void ClearDraw();
 
-  // Reads the section of this node up to where it ends. 1 at its end, 0 when the load must stop.
-  // `depth` counts the groups around it.
-  int Build(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds,
-            int depth = 0);
+  // Reads the section of this node, which a heading before the file's position has begun, up to
+  // where it ends; `isGroup` lets it have nodes below it. 1 at its end, 0 when the load must stop.
+  int Build(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds);
   void Save(CSpecFile& spec, CProgressDlg* progress) const;
   void WriteTreeFile(CSpecFile& file, const CVELAString& baseUrl) const;
 
@@ -185,21 +197,14 @@ class VEXEL_API CMapOb : public CObject {
 
  private:
   friend class CVELAMap;
+  friend class vexel::MapReader;
 
-  enum class After { goOn, ends, stops };
-  After BuildFromHeading(CSpecFile& spec, const CSpecFile::Line& line, CProgressDlg* progress,
-                         int isGroup, CRectF& fileBounds, int depth);
-  bool BuildChild(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds,
-                  int depth);
-  bool BuildPolygon(CSpecFile& spec, CProgressDlg* progress, CRectF& fileBounds);
-  bool BuildKey(std::string_view codes);
-
-  void InsertInOrder(CMapOb* child);
+  CMapOb& InsertInOrder(std::unique_ptr<CMapOb> child);
   void ProjectPolygons(float scale, float xOrigin, float yOrigin, const vexel::Cone& cone);
 
   void Store(CArchive& ar, bool floats);
-  void LoadIntegers(CArchive& ar, bool oldFormat, int depth);
-  void LoadFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild);
+  void LoadNew(CArchive& ar, bool floats, bool oldFormat, int depth);
+  void MergeFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild);
   void LoadKey(CArchive& ar, bool oldFormat);
 
   // In this order, what every walk over the tree looks at comes first and stands close together.

@@ -86,9 +86,6 @@ class VEXEL_API CPolygon : public CObject {
  private:
   static constexpr int kGrowBy = 25;
 
-  enum class AfterLine { point, goOn, ends, stops };
-  AfterLine BuildLine(CSpecFile& spec, double& x, double& y);
-
   vexel::GrowArray<CPoint> points{kGrowBy};
   vexel::GrowArray<tagVELAPOINTF> pointsF{kGrowBy};
   int hole = 0;

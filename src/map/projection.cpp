@@ -10,8 +10,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "map/map.h"
+#include "messages/remarks.h"
+#include "platform/host.h"
 #include "platform/number.h"
 
 namespace {
@@ -135,6 +138,30 @@ void CVELAMap::NormalizeConic(const CRectF& frame) {
   boundRect = {0, 0, TruncateToInt(width * scale), TruncateToInt(-height * scale)};
   CMapOb::NormalizeCoords(scale, projected.left, projected.top, cone.refLat, cone.refLong,
                           cone.coneConst);
+}
+
+// Radii are kept as floats, and those of a cone that touches near the equator are large: their last
+// bit is a step from north to south that no vertex can stand inside. Such a step of more units of
+// the working space than this is coarser than the pixels of a page of 4000.
+void CVELAMap::RemarkOnPrecision(std::string_view file) const {
+  constexpr double kCoarsest = 8.0;
+  if (longLat == 0) return;
+  const CRectF& frame = drawRoot->GetBoundRectF();
+  const float lonSum = NarrowToFloat(double{frame.right} + frame.left);
+  const Cone cone = ConeFor(frame, lonSum);
+  const CRectF projected = ProjectedFrame(frame, lonSum, Projector(cone));
+  const double width = double{projected.right} - projected.left;
+  const double height = std::sin(frame.top * kRadiansPerDegree - cone.refLat) -
+                        std::sin(frame.bottom * kRadiansPerDegree - cone.refLat);
+  constexpr float kFar = std::numeric_limits<float>::max();
+  const double radius = std::abs(double{cone.coneConst});
+  const double step = double{std::nextafter(NarrowToFloat(radius), kFar)} - radius;
+  if (!(height > 0.0) || step * kFrameSize <= kCoarsest * std::max(width, height)) return;
+  const std::string middle = vexel::NumberText((double{frame.top} + frame.bottom) / 2);
+  CHost::GetCurrent().Remark({.kind = vexel::RemarkKind::coarseNearEquator,
+                              .file = file,
+                              .found = middle,
+                              .counted = TruncateToInt(height / step) + 1});
 }
 
 void CMapOb::NormalizeCoords(float scale, float xOrigin, float yOrigin) {

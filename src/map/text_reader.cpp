@@ -1,38 +1,39 @@
-// Reading the text form of a map. Each operation takes lines until one that is not its own, which
-// it gives back.
+#include "map/text_reader.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
 #include <memory>
+#include <span>
+#include <string>
 #include <utility>
 
+#include "brindle/meant_word.h"
 #include "brindle/progress.h"
-#include "brindle/specfile.h"
-#include "map/map.h"
-#include "messages/messages.h"
+#include "map/key_check.h"
+#include "messages/remarks.h"
 #include "platform/host.h"
 #include "platform/number.h"
 
+namespace vexel {
+
 namespace {
 
-using vexel::EqualNoCase;
-using vexel::Message;
+constexpr std::array<std::string_view, 12> kWords{
+    "[AreaLevels]", "[GeoGroup]", "[GeoUnit]", "[EndGroup]", "[Polygon]",     "[Map]",
+    "Version",      "MapName",    "LongLat",   "Name",       "AreaStructure", "Hole"};
+
+constexpr float kHalfTurn = 180.0F;    // degrees of longitude to either side
+constexpr float kQuarterTurn = 90.0F;  // degrees of latitude to either side
+constexpr int kLeastOfRing = 3;
 
 bool IsNodeHeading(std::string_view heading) {
   return EqualNoCase(heading, "[GeoUnit]") || EqualNoCase(heading, "[GeoGroup]");
 }
 
-// Shows a message with the number of the line and, below it, what stands there.
-void ReportLine(Message number, const CSpecFile& spec, std::string_view command) {
-  vexel::Tell(CHost::ok, number,
-              {.file = spec.GetPath(), .line = spec.lineNumber, .found = command}, spec.lineNumber,
-              std::string(command));
-}
-
-// Moves the progress bar to where the file is; true once the user has cancelled.
-bool IsCancelled(const CSpecFile& spec, CProgressDlg* progress) {
-  if (progress == nullptr) return false;
-  progress->SetPos(static_cast<int>(spec.GetPosition() / vexel::kBytesPerProgressStep));
-  return progress->CheckCancelButton() != 0;
+bool HasRoomForLevel(const CVELAMap& map) {
+  return map.GetNumMapLevels() >= 0 && map.GetNumMapLevels() < CVELAMap::kMostLevels;
 }
 
 // Turned inside out, so that the first point becomes all four sides.
@@ -48,211 +49,402 @@ void Widen(CRectF& bounds, const tagVELAPOINTF& point) {
   if (point.y > bounds.bottom) bounds.bottom = point.y;
 }
 
+bool IsBeyondDegrees(const tagVELAPOINTF& point) {
+  return std::abs(point.x) > kHalfTurn || std::abs(point.y) > kQuarterTurn;
+}
+
+// A ring may say its first point again at its end.
+int CountDifferent(std::span<const tagVELAPOINTF> ring) {
+  const auto count = static_cast<int>(ring.size());
+  const bool closes =
+      count > 1 && ring.front().x == ring.back().x && ring.front().y == ring.back().y;
+  return closes ? count - 1 : count;
+}
+
+std::string Pair(double a, const char* between, double b) {
+  return NumberText(a) + between + NumberText(b);
+}
+
 }  // namespace
 
-int CVELAMap::Build(CSpecFile& spec, CProgressDlg* progress) {
+bool MapReader::ReadMap(CVELAMap& map) {
+  const int firstChild = map.GetNumChildren();
+  lines_.clear();
   CSpecFile::Line line;
-  while (spec.state == 0 && spec.NextLine(line)) {
-    if (line.IsHeading() && IsCancelled(spec, progress)) return 0;
+  while (spec_.state == 0 && spec_.NextLine(line)) {
+    if (line.IsHeading() && IsCancelled()) return false;
     if (EqualNoCase(line.command, "[AreaLevels]")) {
-      BuildAreaLevels(spec);
+      ReadLevels(map);
     } else if (IsNodeHeading(line.command)) {
-      spec.UngetLine();
-      if (!BuildTree(spec, progress)) return 0;
-    } else if (!BuildKeyword(line)) {
-      ReportLine(Message::errorAtLine, spec, line.command);
+      spec_.UngetLine();
+      if (!ReadTree(map)) return false;
+    } else if (!ReadKeyword(map, line)) {
+      RemarkOnWord(line.command);
+      TellLine(Message::errorAtLine, line.command);
     }
   }
-  return 1;
+  if (!spec_.HasFailed()) RemarkOnKeys(map, firstChild, lines_, spec_.GetPath());
+  return true;
 }
 
-bool CVELAMap::BuildKeyword(const CSpecFile::Line& line) {
+bool MapReader::ReadKeyword(CVELAMap& map, const CSpecFile::Line& line) {
   if (EqualNoCase(line.command, "Version")) return true;
   if (EqualNoCase(line.command, "MapName")) {
-    if (!HasRoomForLevel()) return false;
-    SetName(CVELAString(line.argument));
-    AddLevelName(GetName());
+    if (!HasRoomForLevel(map)) return false;
+    RemarkOnName(line.argument);
+    map.SetName(CVELAString(line.argument));
+    map.AddLevelName(map.GetName());
     return true;
   }
-  if (EqualNoCase(line.command, "LongLat")) {
-    if (EqualNoCase(line.argument, "Yes")) longLat = 1;
-    return true;
+  if (!EqualNoCase(line.command, "LongLat")) return false;
+  if (EqualNoCase(line.argument, "Yes")) {
+    map.longLat = 1;
+  } else if (!EqualNoCase(line.argument, "No")) {
+    RemarkHere({.kind = RemarkKind::neitherYesNorNo, .found = line.argument});
   }
-  return false;
-}
-
-void CVELAMap::BuildAreaLevels(CSpecFile& spec) {
-  CSpecFile::Line line;
-  while (spec.state == 0 && spec.NextLine(line)) {
-    if (IsNodeHeading(line.command)) {
-      spec.UngetLine();
-      return;
-    }
-    if (line.IsHeading()) {
-      ReportLine(Message::invalidHeading, spec, line.command);
-      spec.SkipSection();
-      return;
-    }
-    if (EqualNoCase(line.command, "Name") && HasRoomForLevel()) {
-      AddLevelName(CVELAString(line.argument));
-    } else {
-      ReportLine(Message::unrecognizedCommand, spec, line.command);
-    }
-  }
-}
-
-bool CVELAMap::BuildTree(CSpecFile& spec, CProgressDlg* progress) {
-  if (numMapLevels == 0) {
-    vexel::Tell(CHost::ok, Message::noAreaLevels,
-                {.file = spec.GetPath(), .line = spec.lineNumber});
-    return false;
-  }
-  fileBoundsF = EmptyBounds();
-  if (CMapOb::Build(spec, progress, 1, fileBoundsF) == 0) return false;
-  boundRectF = CRectF(fileBoundsF.left, fileBoundsF.bottom, fileBoundsF.right, fileBoundsF.top);
   return true;
 }
 
-int CMapOb::Build(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds,
-                  int depth) {
+void MapReader::ReadLevels(CVELAMap& map) {
   CSpecFile::Line line;
-  while (spec.state == 0 && spec.NextLine(line)) {
+  while (spec_.state == 0 && spec_.NextLine(line)) {
+    if (IsNodeHeading(line.command)) {
+      spec_.UngetLine();
+      return;
+    }
     if (line.IsHeading()) {
-      switch (BuildFromHeading(spec, line, progress, isGroup, fileBounds, depth)) {
-        case After::goOn:
-          break;
-        case After::ends:
-          return 1;
-        case After::stops:
-          return 0;
-      }
+      RemarkOnWord(line.command);
+      TellLine(Message::invalidHeading, line.command);
+      spec_.SkipSection();
+      return;
+    }
+    if (EqualNoCase(line.command, "Name") && HasRoomForLevel(map)) {
+      RemarkOnName(line.argument);
+      map.AddLevelName(CVELAString(line.argument));
+    } else {
+      RemarkOnWord(line.command);
+      TellLine(Message::unrecognizedCommand, line.command);
+    }
+  }
+}
+
+bool MapReader::ReadTree(CVELAMap& map) {
+  if (map.GetNumMapLevels() == 0) {
+    Tell(CHost::ok, Message::noAreaLevels, {.file = spec_.GetPath(), .line = spec_.lineNumber});
+    return false;
+  }
+  inDegrees_ = map.GetLongLat() != 0;
+  root_ = &map;
+  CRectF& bounds = map.fileBoundsF;
+  bounds = EmptyBounds();
+  if (!ReadNode(map, true, bounds)) return false;
+  map.SetBoundRectF({bounds.left, bounds.bottom, bounds.right, bounds.top});
+  if (inDegrees_) RemarkOnFrame(bounds);
+  return true;
+}
+
+bool MapReader::ReadNode(CMapOb& node, bool isGroup, CRectF& fileBounds) {
+  const int headingLine = spec_.lineNumber;
+  const CMapOb* around = std::exchange(node_, &node);
+  const NodeEnd end = ReadLines(node, isGroup, fileBounds);
+  if (end != NodeEnd::stopped) RemarkOnNode(node, isGroup, end, headingLine);
+  node_ = around;
+  return end != NodeEnd::stopped;
+}
+
+MapReader::NodeEnd MapReader::ReadLines(CMapOb& node, bool isGroup, CRectF& fileBounds) {
+  CSpecFile::Line line;
+  while (spec_.state == 0 && spec_.NextLine(line)) {
+    if (line.IsHeading()) {
+      const NodeEnd end = TakeHeading(node, line, isGroup, fileBounds);
+      if (end != NodeEnd::open) return end;
     } else if (EqualNoCase(line.command, "AreaStructure")) {
-      if (!BuildKey(line.argument)) {
-        ReportLine(Message::badAreaStructure, spec, line.command);
-        return 0;
+      if (!ReadKey(node, line.argument)) {
+        TellLine(Message::badAreaStructure, line.command);
+        return NodeEnd::stopped;
       }
     } else if (EqualNoCase(line.command, "Name")) {
-      name.Assign(line.argument);
+      RemarkOnName(line.argument);
+      node.name.Assign(line.argument);
     } else {
-      ReportLine(Message::errorAtLine, spec, line.command);
+      RemarkOnWord(line.command);
+      TellLine(Message::errorAtLine, line.command);
     }
   }
-  return 1;
+  return NodeEnd::endOfFile;
 }
 
-CMapOb::After CMapOb::BuildFromHeading(CSpecFile& spec, const CSpecFile::Line& line,
-                                       CProgressDlg* progress, int isGroup, CRectF& fileBounds,
-                                       int depth) {
-  const auto goOnIf = [](bool built) { return built ? After::goOn : After::stops; };
+MapReader::NodeEnd MapReader::TakeHeading(CMapOb& node, const CSpecFile::Line& line, bool isGroup,
+                                          CRectF& fileBounds) {
+  const auto openIf = [](bool goesOn) { return goesOn ? NodeEnd::open : NodeEnd::stopped; };
   const bool endsGroup = EqualNoCase(line.command, "[EndGroup]");
   if (endsGroup || IsNodeHeading(line.command)) {
-    if (isGroup == 0) spec.UngetLine();
-    if (endsGroup || isGroup == 0) return After::ends;
-    const int childIsGroup = EqualNoCase(line.command, "[GeoGroup]") ? 1 : 0;
-    return goOnIf(BuildChild(spec, progress, childIsGroup, fileBounds, depth + 1));
+    if (!isGroup) spec_.UngetLine();
+    if (!isGroup) return NodeEnd::nextNode;
+    if (endsGroup) return NodeEnd::endGroup;
+    return openIf(ReadChild(node, EqualNoCase(line.command, "[GeoGroup]"), fileBounds));
   }
-  if (EqualNoCase(line.command, "[Polygon]")) {
-    return goOnIf(BuildPolygon(spec, progress, fileBounds));
-  }
-  ReportLine(Message::errorAtLine, spec, line.command);
-  spec.SkipSection();
-  return After::ends;
+  if (EqualNoCase(line.command, "[Polygon]")) return openIf(ReadPolygonOf(node, fileBounds));
+  RemarkOnWord(line.command);
+  TellLine(Message::errorAtLine, line.command);
+  spec_.SkipSection();
+  return NodeEnd::otherHeading;
 }
 
-bool CMapOb::BuildChild(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds,
-                        int depth) {
-  if (isGroup != 0 && depth > vexel::kDeepestNesting) {
-    ReportLine(Message::groupsTooDeep, spec, {});
+bool MapReader::ReadChild(CMapOb& parent, bool isGroup, CRectF& fileBounds) {
+  if (isGroup && depth_ >= kDeepestNesting) {
+    TellLine(Message::groupsTooDeep, {});
     return false;
   }
+  lines_.push_back(spec_.lineNumber);
   auto child = std::make_unique<CMapOb>();
-  if (child->Build(spec, progress, isGroup, fileBounds, depth) == 0) return false;
-  AddChild(child.get());
-  static_cast<void>(child.release());
-  return true;
+  ++depth_;
+  const bool goesOn = ReadNode(*child, isGroup, fileBounds);
+  --depth_;
+  if (goesOn) parent.Adopt(std::move(child));
+  return goesOn;
 }
 
-bool CMapOb::BuildPolygon(CSpecFile& spec, CProgressDlg* progress, CRectF& fileBounds) {
+bool MapReader::ReadPolygonOf(CMapOb& node, CRectF& fileBounds) {
   auto polygon = std::make_unique<CPolygon>();
-  CRectF earlier = boundRectF;
-  if (polygon->Build(spec, progress, boundRectF, fileBounds) == 0) {
-    boundRectF = earlier;
+  CRectF& bounds = node.GetBoundRectF();
+  CRectF earlier = bounds;
+  if (!ReadPolygon(*polygon, bounds, fileBounds)) {
+    bounds = earlier;
     return false;
   }
-  AddPoly(polygon.get());
-  static_cast<void>(polygon.release());
+  node.Adopt(std::move(polygon));
   if (earlier.IsRectNull() == 0) {
-    boundRectF.NormalizeRect();
+    bounds.NormalizeRect();
     earlier.NormalizeRect();
-    boundRectF.UnionRect(&boundRectF, &earlier);
+    bounds.UnionRect(&bounds, &earlier);
   }
   // The polygon leaves the smallest y in `top`; a node keeps the largest there.
-  std::swap(boundRectF.top, boundRectF.bottom);
+  std::swap(bounds.top, bounds.bottom);
   return true;
 }
 
 // Fills the codes from the top down; those without a token keep their value.
-bool CMapOb::BuildKey(std::string_view codes) {
-  std::size_t number = 0;
-  for (auto token = vexel::TakeToken(codes, " ,"); !token.empty();
-       token = vexel::TakeToken(codes, " ,")) {
-    if (number >= area.codes.size() || !vexel::IsWholeNumber(token)) return false;
-    area.codes[number++] = vexel::LowInt32(vexel::ToWholeNumber(token));
+bool MapReader::ReadKey(CMapOb& node, std::string_view codes) {
+  auto* code = node.area.codes.begin();
+  for (auto token = TakeToken(codes, " ,"); !token.empty(); token = TakeToken(codes, " ,")) {
+    if (code == node.area.codes.end() || !IsWholeNumber(token)) return false;
+    const std::int64_t number = ToWholeNumber(token);
+    *code = LowInt32(number);
+    if (*code++ != number) {
+      const std::string taken = std::to_string(LowInt32(number));
+      RemarkHere({.kind = RemarkKind::beyondRange,
+                  .columnName = "AreaStructure",
+                  .found = token,
+                  .taken = taken});
+    }
   }
   return true;
 }
 
-int CPolygon::Build(CSpecFile& spec, CProgressDlg* progress, CRectF& polygonBounds,
-                    CRectF& fileBounds) {
+bool MapReader::ReadPolygon(CPolygon& polygon, CRectF& polygonBounds, CRectF& fileBounds) {
   constexpr int kPointsPerProgress = 5;
+  const int headingLine = spec_.lineNumber;
+  int lastLine = headingLine;
   CRectF bounds = EmptyBounds();
-  int built = 1;
-  hole = 0;
-  while (built != 0 && spec.state == 0) {
+  CSpecFile& spec = spec_;
+  const bool hasProgress = progress_ != nullptr;
+  bool goesOn = true;
+  polygon.SetHole(0);
+  while (goesOn && spec.state == 0) {
     double x = 0.0;
     double y = 0.0;
-    if (!spec.NextPoint(x, y)) {
-      const AfterLine after = BuildLine(spec, x, y);
-      if (after == AfterLine::ends) break;
-      if (after == AfterLine::goOn) continue;
-      built = after == AfterLine::point ? 1 : 0;
-      if (built == 0) break;
+    if (!spec.NextPoint(x, y)) [[unlikely]] {
+      lastLine = spec.lineNumber;
+      const LineKind kind = ReadLine(polygon, x, y);
+      if (kind == LineKind::heading || kind == LineKind::endOfFile) break;
+      if (kind == LineKind::hole) continue;
+      goesOn = kind == LineKind::point;
+      if (!goesOn) break;
     }
-    const tagVELAPOINTF point{vexel::NarrowToFloat(x), vexel::NarrowToFloat(y)};
-    AddPointF(point);
+    const tagVELAPOINTF point{NarrowToFloat(x), NarrowToFloat(y)};
+    polygon.AddPointF(point);
     Widen(bounds, point);
-    if (progress != nullptr && GetSizeF() % kPointsPerProgress == 0) {
-      built = IsCancelled(spec, progress) ? 0 : 1;
-    }
+    if (hasProgress && polygon.GetSizeF() % kPointsPerProgress == 0) goesOn = !IsCancelled();
   }
+  // From here on the copy serves: a bound whose address is taken would not be kept in registers.
   polygonBounds = bounds;
   if (bounds.left <= bounds.right) {
     Widen(fileBounds, {bounds.left, bounds.top});
     Widen(fileBounds, {bounds.right, bounds.bottom});
   }
-  return built;
+  if (goesOn && !spec_.HasFailed()) RemarkOnRing(polygon, polygonBounds, headingLine, lastLine);
+  return goesOn;
 }
 
 // Any line but a plain point.
-CPolygon::AfterLine CPolygon::BuildLine(CSpecFile& spec, double& x, double& y) {
+MapReader::LineKind MapReader::ReadLine(CPolygon& polygon, double& x, double& y) {
   CSpecFile::Line line;
-  if (!spec.NextLine(line)) return AfterLine::ends;
+  if (!spec_.NextLine(line)) return LineKind::endOfFile;
   if (line.IsHeading()) {
-    spec.UngetLine();
-    return AfterLine::ends;
+    spec_.UngetLine();
+    return LineKind::heading;
   }
   if (line.command.front() == 'H') {
-    hole = 1;
-    return AfterLine::goOn;
+    RemarkOnHole(line);
+    polygon.SetHole(1);
+    return LineKind::hole;
   }
   std::string_view rest = line.command;
-  const std::string_view first = vexel::TakeToken(rest, " ");
-  const std::string_view second = vexel::TakeToken(rest, " ");
+  const std::string_view first = TakeToken(rest, " ");
+  const std::string_view second = TakeToken(rest, " ");
   if (second.empty()) {
-    ReportLine(Message::badCoordinates, spec, line.command);
-    return AfterLine::stops;
+    TellLine(Message::badCoordinates, line.command);
+    return LineKind::bad;
   }
-  x = vexel::ToNumber(first);
-  y = vexel::ToNumber(second);
-  return AfterLine::point;
+  x = ReadCoordinate(first, "x");
+  y = ReadCoordinate(second, "y");
+  rest = TrimBlanks(rest);
+  if (!rest.empty()) RemarkHere({.kind = RemarkKind::surplusCoordinates, .found = rest});
+  return LineKind::point;
+}
+
+double MapReader::ReadCoordinate(std::string_view text, const char* name) {
+  const NumberReading reading = ReadNumber(text);
+  const bool isFloat = std::abs(reading.value) <= double{std::numeric_limits<float>::max()};
+  if (reading.fit != NumberFit::whole || !isFloat) {
+    const double taken = NarrowToFloat(reading.value);
+    const std::string takenText = NumberText(taken);
+    RemarkHere({.kind = isFloat ? RemarkKindOf(reading.fit) : RemarkKind::beyondRange,
+                .columnName = name,
+                .found = text,
+                .taken = takenText});
+  }
+  return reading.value;
+}
+
+// Moves the progress bar to where the file is; true once the user has cancelled.
+bool MapReader::IsCancelled() {
+  if (progress_ == nullptr) return false;
+  progress_->SetPos(static_cast<int>(spec_.GetPosition() / kBytesPerProgressStep));
+  return progress_->CheckCancelButton() != 0;
+}
+
+// Shows a message with the number of the line and, where the text says so, what stands there.
+void MapReader::TellLine(Message number, std::string_view found) {
+  const CVELAString key = node_ == nullptr ? CVELAString() : node_->GetArea().GetAreasStr();
+  Tell(CHost::ok, number,
+       {.file = spec_.GetPath(),
+        .line = spec_.lineNumber,
+        .area = key.View(),
+        .name = node_ == nullptr ? std::string_view() : node_->GetName().View(),
+        .found = found},
+       spec_.lineNumber, found);
+}
+
+void MapReader::RemarkAt(int line, RemarkInfo remark) {
+  const CVELAString key = node_ == nullptr ? CVELAString() : node_->GetArea().GetAreasStr();
+  remark.file = spec_.GetPath();
+  remark.line = line;
+  remark.area = key.View();
+  CHost::GetCurrent().Remark(remark);
+}
+
+void MapReader::RemarkOnName(std::string_view name) {
+  if (!IsUtf8(name)) RemarkHere({.kind = RemarkKind::notUtf8, .found = name});
+}
+
+void MapReader::RemarkOnWord(std::string_view line) {
+  const std::string_view meant = MeantWord(line, kWords);
+  if (!meant.empty()) {
+    RemarkHere({.kind = RemarkKind::blanksInWord, .found = line, .taken = meant});
+  }
+}
+
+void MapReader::RemarkOnNode(const CMapOb& node, bool isGroup, NodeEnd end, int headingLine) {
+  if (&node == root_) {
+    if (end == NodeEnd::endGroup) RemarkHere({.kind = RemarkKind::surplusEndGroup});
+    return;
+  }
+  if (root_ == nullptr) return;
+  if (node.GetName().IsEmpty()) RemarkAt(headingLine, {.kind = RemarkKind::noName});
+  if (isGroup && end == NodeEnd::endOfFile) RemarkAt(headingLine, {.kind = RemarkKind::noEndGroup});
+}
+
+void MapReader::RemarkOnHole(const CSpecFile::Line& line) {
+  if (line.command == "Hole" && EqualNoCase(line.argument, "Yes")) return;
+  std::string found(line.command);
+  if (!line.argument.empty()) found.append("=").append(line.argument);
+  RemarkHere({.kind = RemarkKind::holeInDoubt, .found = found});
+}
+
+void MapReader::RemarkOnRing(const CPolygon& polygon, const CRectF& bounds, int headingLine,
+                             int lastLine) {
+  const std::span<const tagVELAPOINTF> ring = polygon.GetPointsF();
+  if (ring.size() <= kLeastOfRing && CountDifferent(ring) < kLeastOfRing) {
+    RemarkAt(
+        headingLine,
+        {.kind = RemarkKind::shortRing, .expected = kLeastOfRing, .counted = CountDifferent(ring)});
+  }
+  if (!inDegrees_ || ring.empty()) return;
+  // The line of a point is known where points are all that stands behind the heading, and perhaps
+  // the line of a hole before them.
+  const int others = lastLine - headingLine - static_cast<int>(ring.size());
+  const auto lineOf = [&](const tagVELAPOINTF* point) {
+    const bool isKnown = others == 0 || (others == 1 && polygon.IsHole() != 0);
+    const auto number = static_cast<int>(point - ring.data());
+    return isKnown ? headingLine + others + number + 1 : headingLine;
+  };
+  if (IsBeyondDegrees({bounds.left, bounds.top}) ||
+      IsBeyondDegrees({bounds.right, bounds.bottom})) {
+    const auto found = std::find_if(ring.begin(), ring.end(), IsBeyondDegrees);
+    if (found != ring.end()) {
+      const std::string text = Pair(double{found->x}, " ", double{found->y});
+      RemarkAt(lineOf(&*found), {.kind = RemarkKind::beyondDegrees, .found = text});
+    }
+  }
+  if (bounds.right - bounds.left <= kHalfTurn) return;
+  // The last edge leads back to the first point.
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const tagVELAPOINTF& from = ring[i];
+    const tagVELAPOINTF& to = ring[(i + 1) % ring.size()];
+    if (std::abs(to.x - from.x) <= kHalfTurn) continue;
+    const std::string text = Pair(double{from.x}, " to ", double{to.x});
+    RemarkAt(lineOf(&to), {.kind = RemarkKind::jumpAcrossDateLine, .found = text});
+    return;
+  }
+}
+
+// Latitudes never leave 90 degrees; where the second numbers do and the first do not, they stand
+// the other way round.
+void MapReader::RemarkOnFrame(const CRectF& bounds) {
+  const auto isWithin = [](float least, float most, float limit) {
+    return least >= -limit && most <= limit;
+  };
+  if (isWithin(bounds.top, bounds.bottom, kQuarterTurn) ||
+      !isWithin(bounds.top, bounds.bottom, kHalfTurn) ||
+      !isWithin(bounds.left, bounds.right, kQuarterTurn)) {
+    return;
+  }
+  const std::string found =
+      "the first numbers go " + Pair(double{bounds.left}, " to ", double{bounds.right}) +
+      ", the second " + Pair(double{bounds.top}, " to ", double{bounds.bottom});
+  RemarkInfo remark{.kind = RemarkKind::latitudeFirst, .file = spec_.GetPath(), .found = found};
+  CHost::GetCurrent().Remark(remark);
+}
+
+}  // namespace vexel
+
+// What the map itself offers of its reader.
+
+int CVELAMap::Build(CSpecFile& spec, CProgressDlg* progress) {
+  return vexel::MapReader(spec, progress).ReadMap(*this) ? 1 : 0;
+}
+
+void CVELAMap::BuildAreaLevels(CSpecFile& spec) {
+  vexel::MapReader(spec, nullptr).ReadLevels(*this);
+}
+
+int CMapOb::Build(CSpecFile& spec, CProgressDlg* progress, int isGroup, CRectF& fileBounds) {
+  return vexel::MapReader(spec, progress).ReadNode(*this, isGroup != 0, fileBounds) ? 1 : 0;
+}
+
+int CPolygon::Build(CSpecFile& spec, CProgressDlg* progress, CRectF& polygonBounds,
+                    CRectF& fileBounds) {
+  return vexel::MapReader(spec, progress).ReadPolygon(*this, polygonBounds, fileBounds) ? 1 : 0;
 }

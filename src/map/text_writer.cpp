@@ -6,6 +6,7 @@
 
 #include "brindle/progress.h"
 #include "brindle/specfile.h"
+#include "map/formats.h"
 #include "map/map.h"
 #include "messages/messages.h"
 
@@ -29,7 +30,7 @@ void CVELAMap::SaveMap(const CVELAString& path, CProgressDlg* progress) {
     return;
   }
   spec.PutLine("[Map]");
-  spec.PutLine("Version", "Ortex 3.2");
+  spec.PutLine("Version", CVELAString(vexel::kTextVersion));
   spec.PutLine("MapName", GetName());
   spec.PutLine("LongLat", "No");
   spec.PutLine("");

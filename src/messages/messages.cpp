@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "messages/remarks.h"
+
 namespace vexel {
 
 namespace {
@@ -63,7 +65,9 @@ constexpr std::string_view kUnknown = "Unknown message %d";
 std::string_view MessageText(Message number) noexcept {
   const auto* found = std::find_if(kTexts.begin(), kTexts.end(),
                                    [=](const Entry& entry) { return entry.number == number; });
-  return found == kTexts.end() ? kUnknown : found->text;
+  if (found != kTexts.end()) return found->text;
+  const std::string_view remark = RemarkEntryOf(static_cast<RemarkKind>(number)).sentence;
+  return remark.empty() ? kUnknown : remark;
 }
 
 CString FillMessage(Message number, const std::vector<std::string>& values) {

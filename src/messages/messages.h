@@ -58,8 +58,8 @@ enum class Message : int {
   halvesDiffer = 16107,
 };
 
-// The text of a message, with its %d and %s unfilled. A number that is not in the table gives
-// "Unknown message %d".
+// The text of a message, with its %d and %s unfilled; from 16201 on the sentence of a remark. A
+// number that is not in the table gives "Unknown message %d".
 VEXEL_API std::string_view MessageText(Message number) noexcept;
 
 // The text with its %d and %s replaced, in order, by the given texts.

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/exceptions.h"
+#include "platform/host.h"
 
 namespace {
 
@@ -87,7 +88,7 @@ bool CFile::OpenForWriting(const char* path) {
   target_ = ResolveLinks(path);
   // A file that may not be written is not replaced either.
   if (exists && ::access(target_.c_str(), W_OK) != 0) return Refuse(errno);
-  if (!OpenTemporary()) return false;
+  if (!OpenTemporary()) return exists && OpenInPlace();
   if (exists) (void)::fchmod(descriptor_, status.st_mode & 0777U);
   return true;
 }
@@ -102,6 +103,18 @@ bool CFile::OpenTemporary() {
   if (descriptor_ >= 0) return true;
   temporary_.clear();
   return Refuse(errno);
+}
+
+// The way that is left where the folder takes no new file but the target may be written.
+bool CFile::OpenInPlace() {
+  descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+  if (descriptor_ < 0) return false;
+  inPlace_ = true;
+  const std::string reason = GetReason();
+  reason_ = 0;
+  CHost::GetCurrent().Remark(
+      {.kind = vexel::RemarkKind::writtenInPlace, .file = target_, .reason = reason});
+  return true;
 }
 
 std::size_t CFile::Read(void* buffer, std::size_t count) {
@@ -123,8 +136,8 @@ void CFile::Write(const void* bytes, std::size_t count) {
   length_ = position_;
   if (failed_) return;
   const char* from = static_cast<const char*>(bytes);
-  if (pending_.size() + count > kWriteBuffer) Flush();
-  if (count >= kWriteBuffer) {
+  if (!inPlace_ && pending_.size() + count > kWriteBuffer) Flush();
+  if (!inPlace_ && count >= kWriteBuffer) {
     WriteOut(from, count);
   } else {
     pending_.insert(pending_.end(), from, from + count);
@@ -161,6 +174,7 @@ bool CFile::MoveIntoPlace() {
   if (failed_) return false;
   // Closing tells of what a write could not, such as a full share. A sync to the medium is left to
   // the system: it guards against a loss of power alone and would cost more than the page.
+  if (inPlace_ && ::ftruncate(descriptor_, position_) != 0) return Refuse(errno);
   if (::close(std::exchange(descriptor_, -1)) != 0) return Refuse(errno);
   if (temporary_.empty()) return true;
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return Refuse(errno);
@@ -176,7 +190,7 @@ void CFile::Abort() noexcept {
 void CFile::Forget() noexcept {
   if (descriptor_ >= 0) ::close(descriptor_);
   descriptor_ = -1;
-  writing_ = failed_ = false;
+  writing_ = failed_ = inPlace_ = false;
   position_ = length_ = 0;
   target_.clear();
   temporary_.clear();

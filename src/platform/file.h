@@ -31,7 +31,9 @@ struct CFileStatus {
 // A file opened with modeCreate is written beside its target and takes the target's place when it
 // is closed and every byte has been taken. Until then, and after any failure, an earlier file of
 // that name stands as it was. A target that is no regular file (a terminal, a pipe) is written
-// directly. Reading and writing fail silently and once for all: HasFailed and Close tell.
+// directly. So is a writable one beside which no file can be made, with a remark to the host: what
+// is written is held in memory then until Flush or Close, and a disk that fills up tears the file.
+// Reading and writing fail silently and once for all: HasFailed and Close tell.
 class VEXEL_API CFile : public CObject {
  public:
   enum OpenFlags : unsigned {
@@ -92,6 +94,7 @@ class VEXEL_API CFile : public CObject {
   bool MoveIntoPlace();
   void WriteOut(const char* bytes, std::size_t count);
   void Forget() noexcept;
+  bool OpenInPlace();
   bool Refuse(int reason) noexcept;
 
   int descriptor_ = -1;
@@ -103,6 +106,7 @@ class VEXEL_API CFile : public CObject {
   std::int64_t length_ = 0;
   std::string target_;
   std::string temporary_;  // empty when the target is written directly
+  bool inPlace_ = false;   // the target is a regular file
   std::vector<char> pending_;
 };
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/export.h"
+#include "platform/remark.h"
 #include "platform/string.h"
 
 namespace vexel {
@@ -52,6 +53,10 @@ class VEXEL_API CHost {
   // Tells a message of the library and returns the answer, which is asked for where the flags say
   // so. Shows the text in a box; a host that wants more than the text overrides this.
   virtual int ShowMessage(const vexel::MessageInfo& message);
+
+  // Hears what a reader takes though it is doubtful; the load goes on whatever a host does with it.
+  // There may be as many as the file has places. vexel::RemarkSentence makes a line of one.
+  virtual void Remark(const vexel::RemarkInfo& /*remark*/) {}
 
   // A progress dialog: opened, told its text and range, moved, asked for a cancel, closed. At most
   // one is open on a thread at a time.

@@ -45,23 +45,29 @@ class SpecFileTest : public testing::Test {
 using Texts = std::vector<std::string>;
 
 TEST_F(SpecFileTest, TellsKeywordsFromLinesThatComeWhole) {
-  EXPECT_EQ(Lines("Name = a b \nName=a=b\nN_1 =x\n[Map] \n12 3\n-1=2\n.5=x\n+a=b\nName=a\tb\n"
-                  "No value\nEmpty=\n9a=b\n[a=b]\n x=1\n"),
-            (Texts{"1:Name>a b", "2:Name>a=b", "3:N_1>x", "4:[Map]", "5:12 3", "6:-1=2", "7:.5=x",
-                   "8:+a=b", "9:Name=a\tb", "10:No value", "11:Empty", "12:9a=b", "13:[a=b]",
-                   "14: x=1"}));
+  EXPECT_EQ(
+      Lines("Name = a b \nName=a=b\nN_1 =x\n[Map] \n12 3\n-1=2\n.5=x\n+a=b\nName=a\tb\n"
+            "No value\nEmpty=\n9a=b\n[a=b]\n x=1\n"),
+      (Texts{"1:Name>a b", "2:Name>a=b", "3:N_1>x", "4:[Map]", "5:12 3", "6:-1=2", "7:.5=x",
+             "8:+a=b", "9:Name=a\tb", "10:No value", "11:Empty", "12:9a=b", "13:[a=b]", "14:x>1"}));
 }
 
 TEST_F(SpecFileTest, EveryLineEndCountsOnceAndBlankLinesAreOnlyCounted) {
   EXPECT_EQ(Lines("\xEF\xBB\xBF"
                   "a\nb\r\nc\rd\n\n \t\r\n\r\re\n\r f\xEF\xBB\xBF"),
-            (Texts{"1:a", "2:b", "3:c", "4:d", "9:e", "11: f\xEF\xBB\xBF"}));
+            (Texts{"1:a", "2:b", "3:c", "4:d", "9:e", "11:f\xEF\xBB\xBF"}));
   EXPECT_EQ(Lines(""), Texts{});
   EXPECT_EQ(Lines("\n\n"), Texts{});
   EXPECT_EQ(Lines("\xEF\xBB\xBF"), Texts{});
 }
 
 // Lines of every length straddle the blocks in which the file is read.
+TEST_F(SpecFileTest, BlanksAndTabsAtTheEndsOfALineMeanNothingButInTheRowOfATable) {
+  EXPECT_EQ(
+      Lines(" \t[Map]\t \n\tName = a b\t\n  1 2 \t\n\t 1\t2 \t\n [a\tb] \n\tName=a\tb\n"),
+      (Texts{"1:[Map]", "2:Name>a b", "3:1 2", "4:\t 1\t2 \t", "5: [a\tb] ", "6:\tName=a\tb"}));
+}
+
 TEST_F(SpecFileTest, BlocksDoNotShow) {
   for (const std::string end : {"\n", "\r", "\r\n"}) {
     std::string bytes;

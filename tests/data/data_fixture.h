@@ -40,7 +40,7 @@ class DataTest : public MapTest {
     map.data = &data;
     dir.Write("m.map", Lines("M|MapName=Land|L|Name=Region|Name=District|G|Name=North|"
                              "AreaStructure=12|P|0 0|9 0|9 9|U|Name=Upper|AreaStructure=12 3|P|"
-                             "0 0|9 0|9 9"));
+                             "0 0|9 0|9 9|E"));
   }
 
   int Load(std::string_view text, int quiet = 0, int loadMap = 1) {

@@ -1,6 +1,7 @@
 #include <bit>
 
 #include "map/map_fixture.h"
+#include "platform/archive.h"
 #include "platform/exceptions.h"
 
 namespace {
@@ -195,6 +196,34 @@ TEST_F(CompiledMap, WithAnyByteChangedItEndsInTheDocumentedWay) {
       }
     }
   }
+}
+
+TEST_F(CompiledMap, AFreshNodeTakesTheFloatFormAlone) {
+  const std::string half = Bytes().FloatHalf().all;
+  CMapOb node;
+  const auto load = [&](CMapOb& to, int floatPass, std::string_view bytes) {
+    CFile file;
+    ASSERT_NE(file.Open(Put("half", bytes).GetString(), CFile::modeRead), 0);
+    CArchive ar(&file, CArchive::load);
+    to.Serialize(ar, floatPass, true);
+  };
+  load(node, 1, half);
+  node.InitLevels(0);
+  EXPECT_EQ(Describe(node, true),
+            "M() 0 0 in 0 0 0 0\n"
+            "A(7) 1 0 in 0 0 0 0 of 2 4 1 3 ring 1.5/-2.5 1.5/-2.5 hole\n"
+            "B() 1 0 in 0 0 0 0 of 0 0 0 0\n");
+  EXPECT_EQ(vexel::test::ToText(node.GetBoundRectF()), "2 9 8 1");
+  // Upon a tree that is there it comes to rest on its nodes.
+  CMapOb whole;
+  load(whole, 0, Bytes().IntegerHalf().all);
+  load(whole, 1, half);
+  whole.InitLevels(0);
+  EXPECT_EQ(whole.GetNumChildren(), 2);
+  EXPECT_EQ(whole.GetChild(0)->GetPoly(0)->GetSize(), 2);
+  EXPECT_EQ(whole.GetChild(0)->GetPoly(0)->GetSizeF(), 2);
+  CMapOb cut;
+  EXPECT_THROW(load(cut, 1, std::string_view(half).substr(0, half.size() - 1)), CArchiveException);
 }
 
 TEST_F(CompiledMap, APolygonWithoutItsFloatsIsNotSaved) {

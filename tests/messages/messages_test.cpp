@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <string>
 #include <string_view>
+
+#include "messages/remarks.h"
 
 namespace vexel::test {
 namespace {
@@ -21,6 +24,35 @@ TEST(Messages, FillInOrderAndKnowEveryNumber) {
     EXPECT_EQ(text != "Unknown message %d", known) << number << ' ' << text;
     EXPECT_TRUE(!known || texts.insert(text).second) << text;
   }
+}
+
+TEST(Remarks, HaveANumberANameAndASentenceEach) {
+  int before = 16200;
+  std::set<std::string_view> texts;
+  for (const RemarkEntry& entry : AllRemarks()) {
+    EXPECT_GT(static_cast<int>(entry.kind), before);
+    before = static_cast<int>(entry.kind);
+    EXPECT_TRUE(texts.insert(entry.name).second && texts.insert(entry.sentence).second);
+    EXPECT_EQ(MessageText(static_cast<Message>(before)), entry.sentence);
+    const std::string line = RemarkSentence({.kind = entry.kind, .file = "f"});
+    EXPECT_TRUE(line.starts_with("f: ") && line.find('%') == std::string::npos) << line;
+  }
+  EXPECT_EQ(MessageText(static_cast<Message>(16206)), "Unknown message %d");
+}
+
+TEST(Remarks, BecomeLinesWithWhatIsKnown) {
+  RemarkInfo remark{.kind = RemarkKind::numberInPart, .found = "5%f", .taken = "5"};
+  EXPECT_EQ(RemarkSentence(remark), "\"5%f\" is read as 5");
+  remark.line = 7;
+  remark.columnName = "x";
+  EXPECT_EQ(RemarkSentence(remark), "line 7: x: \"5%f\" is read as 5");
+  remark.file = "m.map";
+  remark.area = "1, 2";
+  remark.column = 3;
+  EXPECT_EQ(RemarkSentence(remark), "m.map:7: area 1, 2, column 3 (x): \"5%f\" is read as 5");
+  const std::string longText = std::string(79, 'y') + "\u00E9tail";
+  remark = {.kind = RemarkKind::notUtf8, .found = longText};
+  EXPECT_EQ(RemarkSentence(remark), '"' + std::string(79, 'y') + "...\" is no UTF-8");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 #include "platform/exceptions.h"
 #include "support/files.h"
+#include "support/recording_host.h"
 
 namespace vexel::test {
 namespace {
@@ -96,6 +97,34 @@ TEST(File, KeepsLinksAndPermissionsAndRefusesFolders) {
   EXPECT_EQ(file.Open(dir.Path("").c_str(), kWrite), 0);
   EXPECT_EQ(file.Open(dir.Path("none/a").c_str(), kWrite), 0);
   EXPECT_EQ(file.Open(dir.Path("none").c_str(), CFile::modeRead), 0);
+}
+
+// A name so long that nothing can be put behind it takes no file beside it.
+TEST(File, IsWrittenInPlaceWhereNoFileCanBeMadeBesideIt) {
+  const TempDir dir;
+  RecordingHost host;
+  const std::string name(250, 'n');
+  CFile file;
+  EXPECT_EQ(file.Open(dir.Path(name).c_str(), kWrite), 0);
+  EXPECT_EQ(file.GetReason(), "File name too long");
+  EXPECT_EQ(host.TakeRemarks(), "");
+  dir.Write(name, "an old and long text");
+  const std::string large(1'000'000, 'x');
+  for (const bool isKept : {false, true}) {
+    ASSERT_NE(file.Open(dir.Path(name).c_str(), kWrite), 0);
+    EXPECT_EQ(host.TakeRemarks(), "0 written-in-place: ; ; \n");
+    file.Write("new", 3);
+    if (!isKept) {
+      file.Write(large.data(), large.size());
+      file.Abort();
+      EXPECT_EQ(dir.Read(name), "an old and long text");
+      continue;
+    }
+    EXPECT_NE(file.Close(), 0);
+    EXPECT_EQ(file.GetReason(), "");
+  }
+  EXPECT_EQ(dir.Read(name), "new");
+  EXPECT_EQ(dir.List(), std::vector<std::string>{name});
 }
 
 TEST(File, TellsPositionLengthTimeAndWhatCouldNotBeRead) {

@@ -6,8 +6,10 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "messages/remarks.h"
 #include "platform/host.h"
 
 namespace vexel::test {
@@ -29,7 +31,9 @@ class RecordingHost : public CHost {
 
   std::vector<Box> boxes;
   std::vector<std::string> facts;  // of each message: number, file, line and the rest, "|" between
-  std::vector<std::string> reasons;  // why the system refused, of each message
+  std::vector<std::string> reasons;    // why the system refused, of each message
+  std::vector<std::string> sentences;  // of all remarks
+  std::string remarks;  // each as "line name: area; column; text found > what it is taken for" + \n
   std::vector<int> positions;
   std::vector<std::string> progressLog;
   int questions = 0;
@@ -54,6 +58,21 @@ class RecordingHost : public CHost {
     reasons.emplace_back(message.reason);
     return CHost::ShowMessage(message);
   }
+
+  void Remark(const RemarkInfo& remark) override {
+    std::string told = std::to_string(remark.line) + ' ';
+    told.append(RemarkEntryOf(remark.kind).name).append(": ").append(remark.area).append("; ");
+    if (remark.column > 0) told.append(std::to_string(remark.column)).append(" ");
+    told.append(remark.columnName).append("; ").append(remark.found);
+    if (!remark.taken.empty()) told.append(" > ").append(remark.taken);
+    if (remark.expected > 0 || remark.counted > 0) {
+      told.append(" ").append(std::to_string(remark.counted)).append("/") +=
+          std::to_string(remark.expected);
+    }
+    remarks.append(told).append("\n");
+    sentences.push_back(RemarkSentence(remark));
+  }
+  std::string TakeRemarks() { return std::exchange(remarks, {}); }
 
   void OpenProgress() override {
     progressOpen = true;

@@ -1,0 +1,56 @@
+// Reading a map data file.
+
+#ifndef VEXEL_DATA_DATAFILE_READER_H_
+#define VEXEL_DATA_DATAFILE_READER_H_
+
+#include <string_view>
+
+#include "brindle/specfile.h"
+#include "data/dataset.h"
+#include "data/teller.h"
+
+namespace vexel {
+
+// Reads heads, loads the map that they name, and hands tables to a TableReader. What stops a load
+// is told; what was done before it stays done.
+class DataFileReader {
+ public:
+  DataFileReader(CVELAData& data, CSpecFile& file, int loadMap, int quiet) noexcept
+      : data_(data),
+        file_(file),
+        loadMap_(loadMap),
+        quiet_(quiet),
+        tell_(data.error, file, quiet) {}
+
+  // A whole file, by its path.
+  bool ReadFile(const CString& path);
+
+  // From behind the heading of the file.
+  bool ReadHead();
+
+ private:
+  bool ReadSections();
+  bool ReadKeyword(std::string_view keyword, std::string_view value);
+  bool IsReadyForRows();
+  bool SetAreaLevels(std::string_view value);
+  bool SetVariables(std::string_view value);
+  int CountOf(std::string_view keyword, std::string_view value) const;
+  void SetVersion(std::string_view value);
+  void SetThousandWord(std::string_view value);
+  void SetDecimalWord(std::string_view value);
+  bool LoadMap(std::string_view value);
+  void UnifyMapLabel();
+  void RemarkOnWord(std::string_view line) const;
+
+  CVELAData& data_;
+  CSpecFile& file_;
+  int loadMap_;
+  int quiet_;
+  DataTeller tell_;
+  int statedColumns_ = 0;  // by the heads of the file, in all
+  int tables_ = 0;
+};
+
+}  // namespace vexel
+
+#endif  // VEXEL_DATA_DATAFILE_READER_H_
