@@ -194,7 +194,7 @@ double TableReader::ReadValue(std::string_view cell, int column) {
   if (EqualNoCase(cell, data_.noValue.View())) return NO_DATA_VALUE;
   const NumberReading reading = ReadNumber(cell, data_.thousand, data_.decimal);
   if (reading.fit != NumberFit::whole) [[unlikely]] {
-    const std::string taken = NumberText(reading.value);
+    const std::string taken = ShortestText(reading.value);
     RemarkOnColumn({.kind = RemarkKindOf(reading.fit), .found = cell, .taken = taken}, number,
                    &row_.area);
   }

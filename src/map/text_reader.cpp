@@ -62,7 +62,7 @@ int CountDifferent(std::span<const tagVELAPOINTF> ring) {
 }
 
 std::string Pair(double a, const char* between, double b) {
-  return NumberText(a) + between + NumberText(b);
+  return ShortestText(a) + between + ShortestText(b);
 }
 
 }  // namespace
@@ -309,7 +309,7 @@ double MapReader::ReadCoordinate(std::string_view text, const char* name) {
   const bool isFloat = std::abs(reading.value) <= double{std::numeric_limits<float>::max()};
   if (reading.fit != NumberFit::whole || !isFloat) {
     const double taken = NarrowToFloat(reading.value);
-    const std::string takenText = NumberText(taken);
+    const std::string takenText = ShortestText(taken);
     RemarkHere({.kind = isFloat ? RemarkKindOf(reading.fit) : RemarkKind::beyondRange,
                 .columnName = name,
                 .found = text,

@@ -124,7 +124,7 @@ const RemarkEntry& RemarkEntryOf(RemarkKind kind) noexcept {
   return found == kRemarks.end() ? kNone : *found;
 }
 
-std::string NumberText(double value) {
+std::string ShortestText(double value) {
   std::array<char, 32> text;
   return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }

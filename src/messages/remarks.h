@@ -32,7 +32,7 @@ VEXEL_API const RemarkEntry& RemarkEntryOf(RemarkKind kind) noexcept;
 VEXEL_API std::string RemarkSentence(const RemarkInfo& remark);
 
 // The shortest text of a number, for what a remark says it is taken for.
-std::string NumberText(double value);
+std::string ShortestText(double value);
 
 }  // namespace vexel
 
