@@ -50,6 +50,7 @@ struct Arguments::Parser {
   CLI::App app;
   std::string group = "Options";
   std::vector<std::pair<std::string, const std::string*>> positionals;
+  std::vector<std::pair<std::string, const std::vector<std::string>*>> lists;
 };
 
 Arguments::Arguments(const std::string& command, const std::string& summary,
@@ -69,6 +70,12 @@ Arguments::~Arguments() = default;
 void Arguments::Positional(const std::string& name, const std::string& help, std::string& value) {
   parser_->app.add_option(name, value, help)->type_name("");
   parser_->positionals.emplace_back(name, &value);
+}
+
+void Arguments::Positionals(const std::string& name, const std::string& help,
+                            std::vector<std::string>& values) {
+  parser_->app.add_option(name, values, help)->type_name("");
+  parser_->lists.emplace_back(name, &values);
 }
 
 void Arguments::Option(const std::string& names, const std::string& kind, const std::string& help,
@@ -168,6 +175,9 @@ void Arguments::CheckUnknown() const {
 void Arguments::CheckPositionals() const {
   for (const auto& [name, value] : parser_->positionals) {
     if (value->empty()) throw WrongRequest(name + " is missing");
+  }
+  for (const auto& [name, values] : parser_->lists) {
+    if (values->empty()) throw WrongRequest(name + " is missing");
   }
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "kit/request/request.h"
 
@@ -31,6 +32,10 @@ class Arguments {
 
   // An argument without a name of its own; all of them must be given, in this order.
   void Positional(const std::string& name, const std::string& help, std::string& value);
+
+  // One or more arguments without a name, the last ones.
+  void Positionals(const std::string& name, const std::string& help,
+                   std::vector<std::string>& values);
 
   // An option with a value, its names as in "-o,--output". `kind` says in the help text what the
   // value looks like.

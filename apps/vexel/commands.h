@@ -17,6 +17,7 @@ int Convert(int argc, const char* const* argv, CliHost& host);
 int Info(int argc, const char* const* argv, CliHost& host);
 int Tree(int argc, const char* const* argv, CliHost& host);
 int ShowPalettes(int argc, const char* const* argv, CliHost& host);
+int Check(int argc, const char* const* argv, CliHost& host);
 int Locate(int argc, const char* const* argv, CliHost& host);
 
 }  // namespace vexel::cli

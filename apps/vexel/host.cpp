@@ -15,6 +15,7 @@ namespace vexel::cli {
 namespace {
 
 constexpr std::size_t kLongestLine = 500;
+constexpr std::size_t kRemarksShown = 5;
 constexpr std::chrono::milliseconds kBeforeBar{400};
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -55,10 +56,15 @@ NumberSeparators LocaleSeparators() {
 
 }  // namespace
 
-void Say(std::string_view text) {
-  std::string line = "vexel: " + std::string(text.substr(0, kLongestLine));
+std::string Printable(std::string_view text) {
+  std::string line(text);
   const auto upsets = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; };
   std::replace_if(line.begin(), line.end(), upsets, '?');
+  return line;
+}
+
+void Say(std::string_view text) {
+  std::string line = "vexel: " + Printable(text.substr(0, kLongestLine));
   if (text.size() > kLongestLine) line += "...";
   line += '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
@@ -69,6 +75,18 @@ bool CliHost::ShowsProgress() const { return progressWanted_ && ::isatty(STDERR_
 void CliHost::Tell(const std::string& message) {
   ClearBar();
   Say(message);
+}
+
+void CliHost::Doubt(const RemarkInfo& /*remark*/, const std::string& sentence) {
+  if (!remarksWanted_ || GetRemarkCount() > kRemarksShown) return;
+  ClearBar();
+  Say(sentence);
+}
+
+void CliHost::TellOfMoreRemarks() const {
+  if (!remarksWanted_ || GetRemarkCount() <= kRemarksShown) return;
+  Say(std::to_string(GetRemarkCount() - kRemarksShown) +
+      " more doubtful places; `vexel check FILE` lists them all");
 }
 
 void CliHost::OpenProgress() {

@@ -12,6 +12,9 @@
 
 namespace vexel::cli {
 
+// The text with "?" for what would upset a terminal.
+std::string Printable(std::string_view text);
+
 // Writes "vexel: " and the text as one line to standard error. What would upset a terminal is
 // replaced.
 void Say(std::string_view text);
@@ -32,13 +35,20 @@ class CliHost : public Listener {
   void SetProgressWanted(bool wanted) { progressWanted_ = wanted; }
   bool ShowsProgress() const override;
 
+  // The first few remarks of the readers are printed as they come, unless that is not wanted; this
+  // tells how many more there were.
+  void SetRemarksWanted(bool wanted) { remarksWanted_ = wanted; }
+  void TellOfMoreRemarks() const;
+
  private:
   void Tell(const std::string& message) override;
+  void Doubt(const RemarkInfo& remark, const std::string& sentence) override;
   NumberSeparators DefaultSeparators() const override;  // those of the user's locale
   void DrawBar(int percent) const;
   void ClearBar();
 
   bool progressWanted_ = true;
+  bool remarksWanted_ = true;
   std::string progressText_;
   int lower_ = 0;
   int upper_ = 0;

@@ -33,6 +33,7 @@ constexpr std::array kCommands{
     Command{"compile", "Write the compiled form of a text map", Compile},
     Command{"decompile", "Write the text form of a compiled map", Decompile},
     Command{"convert", "Read a data file and write it again", Convert},
+    Command{"check", "List what is doubtful in maps and data files", Check},
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
 };
@@ -96,7 +97,9 @@ int Run(int argc, const char* const* argv) {
   const Command& command = CommandNamed(first);
   CliHost host;
   const CurrentHost current(host);
-  return command.run(argc - 1, argv + 1, host);
+  const int status = command.run(argc - 1, argv + 1, host);
+  host.TellOfMoreRemarks();
+  return status;
 }
 
 int SayUsage(const Error& error, const std::string& command) {

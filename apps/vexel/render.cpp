@@ -36,6 +36,17 @@ void CheckPicture(const std::string& name) {
                      " would not be true");
 }
 
+void CheckStrictly(const CliHost& host, const Request& request) {
+  const std::size_t doubts = host.GetRemarkCount();
+  const std::size_t lost = host.GetLostRows().size();
+  if (doubts == 0 && lost == 0) return;
+  const auto counted = [](std::size_t count, const std::string& noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+  };
+  throw Failed(request.data, counted(doubts, "doubtful place") + " and " +
+                                 counted(lost, "lost row") + ", of which --strict takes none");
+}
+
 void CheckOutputs(const PageFiles& files, const Request& request) {
   constexpr std::size_t kOutputs = 4;
   const std::array<const std::string*, 6> names{&files.picture, &files.html,   &files.report,
@@ -66,6 +77,7 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   Request request;
   PageFiles files;
   bool quiet = false;
+  bool strict = false;
   Arguments arguments("render",
                       "Draw a map page as a GIF. Without -o the picture gets the name of DATA and"
                       " stands in the working folder; - is standard output.",
@@ -78,6 +90,8 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   arguments.Option("--report", "FILE", "What the page was made from, as JSON", files.report);
   arguments.Option("--save-view", "FILE", "What was asked for, as JSON for --view", files.view);
   arguments.Flag("--quiet", "No summary and no progress", quiet);
+  arguments.Flag("--strict", "Refuse doubtful input, and rows whose area the map does not have",
+                 strict);
   arguments.RequestOptions(request);
   if (!arguments.Parse(argc, argv)) return kDone;
   GroupingOf(request);
@@ -85,9 +99,11 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   CheckPicture(files.picture);
   CheckOutputs(files, request);
   host.SetProgressWanted(!quiet);
+  host.SetRemarksWanted(!quiet);
 
   // Kept to the end of the process, whose memory goes faster as a whole than node by node.
   static View& view = *std::make_unique<View>(request, &host).release();
+  if (strict) CheckStrictly(host, request);
   WritePage(view, files);
   if (quiet) return kDone;
   for (const std::string& note : view.notes) Say(note);

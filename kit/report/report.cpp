@@ -101,6 +101,34 @@ void AppendAreas(std::string& to, const View& view, const NumberSeparators& sepa
   }
 }
 
+void AppendTexts(std::string& to, const std::vector<std::string>& texts) {
+  to += '[';
+  for (const std::string& text : texts) {
+    if (&text != texts.data()) to += ", ";
+    AppendJson(to, std::string_view(text));
+  }
+  to += ']';
+}
+
+// What the result should be read with: sentences on the page, doubtful places in the files, and the
+// rows of data that are not on it.
+void AppendWarnings(std::string& to, const View& view) {
+  to += ",\n  \"notes\": ";
+  AppendTexts(to, view.notes);
+  to += ",\n  \"remarks\": {\"count\": " + std::to_string(view.listener.GetRemarkCount()) +
+        ", \"first\": ";
+  AppendTexts(to, view.listener.GetFirstRemarks());
+  to += "},\n  \"rowsWithoutArea\": [";
+  std::string_view between;
+  for (const LostRow& row : view.listener.GetLostRows()) {
+    to.append(between).append("{\"key\": [").append(row.codes).append("], \"name\": ");
+    AppendJson(to, std::string_view(row.name));
+    to += ", \"line\": " + std::to_string(row.line) + '}';
+    between = ", ";
+  }
+  to += ']';
+}
+
 }  // namespace
 
 std::string ReportText(View& view, const CMapGif& page) {
@@ -117,6 +145,7 @@ std::string ReportText(View& view, const CMapGif& page) {
   std::string text = head.dump(2, ' ', false, Json::error_handler_t::replace);
   text.resize(text.rfind('\n'));  // without its closing brace
   text += ",\n  \"request\": " + JsonText(view.request, "  ");
+  AppendWarnings(text, view);
   text += ",\n  \"areas\": [";
   AppendAreas(text, view, view.listener.GetSeparators());
   text += "\n  ]\n}\n";

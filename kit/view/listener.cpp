@@ -1,8 +1,10 @@
 #include "kit/view/listener.h"
 
 #include <vexel/messages/messages.h>
+#include <vexel/messages/remarks.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace vexel {
 
@@ -21,24 +23,10 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
-// The text behind a mark, up to the end of its line.
-std::string RestOfLine(std::string_view text, std::string_view mark) {
-  const std::size_t found = text.find(mark);
-  if (found == std::string_view::npos) return {};
-  text.remove_prefix(found + mark.size());
-  return std::string(text.substr(0, text.find('\n')));
-}
-
-std::string WithCommas(std::string codes) {
-  for (std::size_t at = codes.find(" / "); at != std::string::npos; at = codes.find(" / ")) {
-    codes.replace(at, 3, ", ");
-  }
-  return codes;
-}
-
-bool TellsLostRow(std::string_view text) {
-  const std::string_view known = MessageText(Message::areaNotInMap);
-  return text.starts_with(known.substr(0, known.find('\n')));
+// Whether one text holds another, in whatever letter case.
+bool Holds(std::string_view text, std::string_view part) {
+  const auto same = [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); };
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
 }  // namespace
@@ -48,19 +36,33 @@ void Listener::SetSubject(const std::string& subject) {
   lastMessage_.clear();
 }
 
-int Listener::ShowBox(const CString& text, unsigned /*flags*/) {
-  if (TellsLostRow(text.View())) {
-    lostRows_.push_back({WithCommas(RestOfLine(text.View(), "AreaCodes  =  ")),
-                         RestOfLine(text.View(), "Name  =  ")});
+int Listener::ShowMessage(const MessageInfo& message) {
+  if (message.number == static_cast<int>(Message::areaNotInMap)) {
+    lostRows_.push_back({std::string(message.area), std::string(message.name), message.line});
     return answerOk;
   }
-  const std::string line = OneLine(text.View());
-  const auto same = [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); };
-  const bool named =
-      std::search(line.begin(), line.end(), subject_.begin(), subject_.end(), same) != line.end();
-  lastMessage_ = named ? line : subject_ + ": " + line;
+  std::string line = OneLine(message.text.View());
+  if (!message.area.empty() && !Holds(line, message.area)) {
+    line.append(" (area ").append(message.area).append(")");
+  }
+  if (!message.reason.empty()) line.append(": ").append(message.reason);
+  if (!Holds(line, subject_)) {
+    const std::string place = message.line > 0 ? ':' + std::to_string(message.line) : "";
+    line.insert(0, subject_ + place + ": ");
+  }
+  lastMessage_ = std::move(line);
   Tell(lastMessage_);
   return answerOk;
+}
+
+void Listener::Remark(const RemarkInfo& remark) {
+  constexpr std::size_t kKept = 20;
+  RemarkInfo named = remark;
+  if (!subject_.empty()) named.file = subject_;
+  const std::string sentence = RemarkSentence(named);
+  ++remarkCount_;
+  if (firstRemarks_.size() < kKept) firstRemarks_.push_back(sentence);
+  Doubt(named, sentence);
 }
 
 const NumberSeparators& Listener::GetSeparators() {

@@ -5,7 +5,9 @@
 
 #include <vexel/platform/host.h>
 #include <vexel/platform/profile.h>
+#include <vexel/platform/remark.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,19 +21,22 @@ namespace vexel {
 struct LostRow {
   std::string codes;  // "12, 3"
   std::string name;
+  int line = 0;
 };
 
-// Answers OK to every box. Messages go to Tell, one line each; rows without an area are kept
-// instead of told one by one. A program derives from this to show messages and progress.
+// Answers OK to every message. Messages and remarks go on as one line each to Tell and Doubt; rows
+// without an area are kept instead of told one by one. A program derives from this to show messages
+// and progress.
 class VEXEL_API Listener : public CHost {
  public:
-  int ShowBox(const CString& text, unsigned flags) override;
+  int ShowMessage(const MessageInfo& message) override;
+  void Remark(const RemarkInfo& remark) override;
 
   // The separators of numbers: the ones set, else those of DefaultSeparators.
   CString GetProfileText(const char* section, const char* key, const char* defaultText) override;
 
-  // What the engine is about to work on; messages that do not name it get it in front. Forgets the
-  // last message.
+  // What the engine is about to work on, by the name that the user knows; it stands before every
+  // message that does not hold it, and before every remark. Forgets the last message.
   void SetSubject(const std::string& subject);
 
   // The last message since then, with its subject; empty when there has been none.
@@ -49,14 +54,21 @@ class VEXEL_API Listener : public CHost {
 
   const std::vector<LostRow>& GetLostRows() const { return lostRows_; }
 
+  // How many remarks there were, and the sentences of the first.
+  std::size_t GetRemarkCount() const { return remarkCount_; }
+  const std::vector<std::string>& GetFirstRemarks() const { return firstRemarks_; }
+
  protected:
   virtual void Tell(const std::string& /*message*/) {}
+  virtual void Doubt(const RemarkInfo& /*remark*/, const std::string& /*sentence*/) {}
   virtual NumberSeparators DefaultSeparators() const { return {}; }
 
  private:
   std::string subject_;
   std::string lastMessage_;
   std::vector<LostRow> lostRows_;
+  std::size_t remarkCount_ = 0;
+  std::vector<std::string> firstRemarks_;
   std::optional<NumberSeparators> separators_;
 };
 

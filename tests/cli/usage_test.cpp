@@ -22,6 +22,16 @@ std::string Lower(std::string text) {
   return text;
 }
 
+// The land with districts that have names and keys and nothing else.
+std::string WithoutDistricts() {
+  std::string map(kLandMap);
+  for (std::size_t at = 0; (at = map.find("[GeoUnit]", at)) != std::string::npos; ++at) {
+    const std::size_t begin = map.find("[Polygon]", at);
+    map.erase(begin, std::min(map.find("[GeoUnit]", begin), map.find("[EndGroup]", begin)) - begin);
+  }
+  return map;
+}
+
 class CliRefusal : public Cli, public testing::WithParamInterface<Refusal> {
  protected:
   CliRefusal() {
@@ -37,6 +47,13 @@ class CliRefusal : public Cli, public testing::WithParamInterface<Refusal> {
     bad.insert(bad.find("1, 1"), "one");
     folder.Write("bad.map", bad);
     folder.Write("stray.mdf", DataFor("nowhere", kLandRows));
+    folder.Write("bare.map", WithoutDistricts());
+    folder.Write("bare.mdf", DataFor("bare", kLandRows));
+    folder.Write("doubtful.mdf", DataFor("land", "1\tX\t~\t12%\t1\n8\t8\tFar\t1\t1\n"));
+    folder.Write("wide.mdf", std::string("\xFF\xFE[\0M\0", 6));
+    folder.Write("shapes.json", "{\"type\": \"FeatureCollection\", \"features\": []}");
+    folder.Write("book.mdf", "PK\x03\x04 and so on");
+    folder.Write("wrong.json", "{\"data\": \"land.mdf\",\n \"grups\": 3}");
     folder.Write("long.mdf", DataFor("land", "1\t1\t~\t1\t2\t3\n"));
   }
 };
@@ -55,11 +72,12 @@ TEST_P(CliRefusal, SaysWhyAndLeavesNothing) {
 
 const Refusal kUsage[] = {
     {"rendr land.mdf", 2, "rendr|render"},
-    {"frobnicate", 2, "frobnicate|render, locate, info, compile, decompile, convert, tree"},
+    {"frobnicate", 2,
+     "frobnicate|render, locate, info, compile, decompile, convert, check, palettes, tree"},
     {"render", 2, "DATA"},
     {"render land.mdf --pallete blue", 2, "--pallete|mean --palette"},
     {"render land.mdf --var", 2, "--var"},
-    {"render land.mdf --palette pink", 2, "pink|spectrum, blue, green, red, yellow, grey"},
+    {"render land.mdf --palette pinkish", 2, "pinkish|vexel palettes"},
     {"render land.mdf --calc ratio", 2, "--var2"},
     {"render land.mdf --var2 2", 2, "--calc"},
     {"render land.mdf --groups 0", 2, "--groups|1 to 7"},
@@ -75,6 +93,15 @@ const Refusal kUsage[] = {
     {"render land.mdf --zoom 1,x", 2, "--zoom|12,3"},
     {"render land.mdf --zoom 7,7", 2, "--zoom|7,7"},
     {"render land.mdf --level 2 --outline 1", 2, "--outline|on show"},
+    {"render land.mdf --level 2 --zoom 1 --box 2,1", 2, "--box|on show"},
+    {"render land.mdf --palette YlGnBy", 2, "mean YlGnBu"},
+    {"render land.mdf --intervals naturl", 2, "mean natural"},
+    {"render land.mdf --colors #fff,#zzz", 2, "--colors|#zzz"},
+    {"render land.mdf --same-bounds Births,Deths", 2, "--same-bounds|mean Deaths"},
+    {"render land.mdf -o page.png", 2, "page.png|GIF"},
+    {"check", 2, "FILE"},
+    {"help rendr", 2, "mean render"},
+    {"tree land.map -o areas.txt", 2, "--base-url"},
     {"locate land.mdf", 2, "missing"},
     {"locate land.mdf 5,y", 2, "400,300"},
     {"convert land.mdf", 2, "-o"},
@@ -84,6 +111,13 @@ INSTANTIATE_TEST_SUITE_P(Usage, CliRefusal, testing::ValuesIn(kUsage));
 
 const Refusal kFiles[] = {
     {"render none.mdf", 1, "none.mdf|No such file"},
+    {"render bare.mdf --level 2", 1, "level 2 (District)|level 1 (Region)"},
+    {"render doubtful.mdf --strict", 1, "doubtful.mdf|1 doubtful place and 1 lost row"},
+    {"render wide.mdf", 1, "wide.mdf|UTF-16"},
+    {"render shapes.json", 1, "shapes.json|GeoJSON"},
+    {"render book.mdf", 1, "book.mdf|spreadsheet"},
+    {"render --view wrong.json", 1, "wrong.json:2|grups|mean groups"},
+    {"render land.mdf --map land.mdf", 1, "land.mdf|data file"},
     {"render folder", 1, "folder"},
     {"render empty.mdf", 1, "empty.mdf|empty"},
     {"render junk.mdf", 1, "junk.mdf"},
@@ -151,7 +185,53 @@ TEST_F(Cli, TellsALineThatItPassesOver) {
   folder.Write("odd.map", odd);
   const RunResult done = Call("render land.mdf --map odd.map -o page.gif");
   EXPECT_EQ(done.status, 0);
-  EXPECT_NE(done.err.find("odd.map: Error at line 22: Colour"), std::string::npos) << done.err;
+  EXPECT_NE(done.err.find("odd.map:22: Error at line 22: Colour"), std::string::npos) << done.err;
+}
+
+TEST_F(Cli, ListsEverythingDoubtful) {
+  folder.Write("odd.map",
+               "[Map]\nMapName=Odd\nLongLat=No\n[AreaLevels]\nName=Region\n"
+               "[GeoUnit]\nName=A\nAreaStructure=1\n[Polygon]\n0 0\n9,5 0\n9 9\n");
+  folder.Write("odd.mdf",
+               "[MapDataFile]\nVersion=Ortex 3.2\nMapFile=odd\nAreaLevels=1\n"
+               "Variables=1\nThousands=Comma\nDecimal=Dot\nMapLabel=~\n[Data]\n"
+               "Region\tArea Name\tRate\n1\t~\t(5)\n2\tFar\t7\n");
+  const std::vector<std::string> told{
+      "odd.map:11: area 1, x: \"9,5\" is read as 9",
+      "odd.mdf:11: area 1, column 1 (Rate): \"(5)\" is no number and is read as 0",
+      "odd.mdf:12: area 2 (Far): the map has no such area"};
+  const RunResult found = Call("check odd.mdf odd.map");
+  EXPECT_EQ(found.status, 1);
+  EXPECT_EQ(found.err, "");
+  EXPECT_EQ(Cut(found.out, '\n'), told);
+  const Json json = Json::parse(Call("check --json odd.mdf").out);
+  EXPECT_EQ(json["count"], 3);
+  EXPECT_EQ(json["found"][1]["kind"], "not-a-number");
+  EXPECT_EQ(json["found"][1]["line"], 11);
+  const RunResult clean = Call("check land.mdf " + kSample + ".map");
+  EXPECT_EQ(clean.status, 0) << clean.out;
+  EXPECT_EQ(clean.out, "");
+
+  // A page tells the first few, and its report keeps all counts when nothing is to be printed.
+  const RunResult page = Call("render odd.mdf -o page.gif");
+  EXPECT_EQ(page.status, 0);
+  EXPECT_NE(page.err.find("vexel: " + told[1]), std::string::npos) << page.err;
+  const Json report = Report("odd.mdf");
+  EXPECT_EQ(report["remarks"]["count"], 2);
+  EXPECT_EQ(report["remarks"]["first"][1], told[1]);
+  EXPECT_EQ(report["rowsWithoutArea"][0]["key"], Json::array({2}));
+  EXPECT_NE(report["notes"].size(), 0U);
+}
+
+TEST_F(Cli, MakesTheSamePageFromAKeptView) {
+  const std::string options = "land.mdf --level 2 --groups 2 --palette viridis --box 1,1";
+  ASSERT_EQ(Call("render " + options + " -o a.gif --save-view view.json").status, 0);
+  ASSERT_EQ(Call("render --view view.json -o b.gif").status, 0);
+  EXPECT_TRUE(folder.Read("a.gif") == folder.Read("b.gif"));
+  ASSERT_EQ(Call("render --groups 3 --view view.json -o c.gif --report c.json").status, 0);
+  const Json report = Json::parse(folder.Read("c.json"));
+  EXPECT_EQ(report["request"]["groups"], 3) << "options count for more than a file";
+  EXPECT_EQ(report["request"]["palette"], "Viridis");
 }
 
 TEST_F(Cli, HelpsOnEveryCommand) {
@@ -162,13 +242,14 @@ TEST_F(Cli, HelpsOnEveryCommand) {
 
   const RunResult help = Call("--help");
   EXPECT_EQ(help.status, 0);
-  for (const std::string command :
-       {"render", "locate", "info", "compile", "decompile", "convert", "tree"}) {
+  for (const std::string command : {"render", "locate", "info", "compile", "decompile", "convert",
+                                    "check", "palettes", "tree"}) {
     EXPECT_NE(help.out.find("  " + command), std::string::npos) << command;
     const RunResult own = Call(command + " --help");
     EXPECT_EQ(own.status, 0) << command;
     EXPECT_EQ(own.err, "") << command;
     EXPECT_NE(own.out.find("Example:\n  vexel " + command), std::string::npos) << own.out;
+    EXPECT_EQ(Call("help " + command).out, own.out);
   }
   const RunResult version = Call("--version");
   EXPECT_EQ(version.status, 0);
