@@ -59,12 +59,17 @@ foreach(folder IN LISTS folders)
     PROPERTIES LABELS ${folder} TIMEOUT 300)
 endforeach()
 
-# The program of the README, built against the headers by the names that they have when installed.
-add_executable(vexel_example "${PROJECT_SOURCE_DIR}/docs/example.cpp")
-target_link_libraries(vexel_example PRIVATE vexel_options vexel)
-add_test(NAME docs/Example.Runs
-  COMMAND sh -c "mkdir -p '${PROJECT_BINARY_DIR}/example' && cd '${PROJECT_BINARY_DIR}/example' && ln -sfn '${PROJECT_SOURCE_DIR}/samples' samples && '$<TARGET_FILE:vexel_example>' && test -s counties.gif")
-set_tests_properties(docs/Example.Runs PROPERTIES LABELS docs)
+# The programs of the README, built against the headers by the names that they have when installed.
+function(vexel_add_example name library)
+  set(folder "${PROJECT_BINARY_DIR}/${name}")
+  add_executable(vexel_${name} "${PROJECT_SOURCE_DIR}/docs/${name}.cpp")
+  target_link_libraries(vexel_${name} PRIVATE vexel_options ${library})
+  add_test(NAME docs/${name}.Runs
+    COMMAND sh -c "mkdir -p '${folder}' && cd '${folder}' && ln -sfn '${PROJECT_SOURCE_DIR}/samples' samples && '$<TARGET_FILE:vexel_${name}>' && test -s counties.gif")
+  set_tests_properties(docs/${name}.Runs PROPERTIES LABELS docs)
+endfunction()
+vexel_add_example(example vexel_kit)
+vexel_add_example(example_engine vexel)
 
 # The library as its hosts find it. Sanitized, it would need a sanitized host.
 if(NOT VEXEL_SANITIZE AND TARGET vexel_installed)
@@ -87,7 +92,7 @@ if(NOT VEXEL_SANITIZE AND TARGET vexel_installed)
   set_tests_properties(install/Tree PROPERTIES
     FIXTURES_REQUIRED "" FIXTURES_SETUP vexel_install_tree)
   foreach(compiler IN LISTS host_compilers)
-    foreach(kind IN ITEMS package pkgconfig plain)
+    foreach(kind IN ITEMS package pkgconfig plain kit)
       vexel_add_install_test(Host.${kind}.${compiler} "${check}" ${kind} ${where} ${compiler})
     endforeach()
   endforeach()

@@ -10,6 +10,7 @@
 #include "map/map.h"
 #include "platform/exceptions.h"
 #include "platform/profile.h"
+#include "platform/ref_or_throw.h"
 
 namespace {
 
@@ -30,9 +31,10 @@ void ForLevel(CMapOb& node, int level, const Use& use) {
 }  // namespace
 
 void CLegend::UpdateData(CVELAMap* map, CVELAData* data) {
+  const CVELAMap& shown = vexel::RefOrThrow(map);
+  CMapOb* root = shown.GetDrawRoot();
+  const int level = shown.GetDrawLevel();
   values.RemoveAll();
-  CMapOb* root = map->GetDrawRoot();
-  const int level = map->GetDrawLevel();
   GetData(root, data, level);
   decimals = data->GetVarDecs(data->GetSelected());
   if (values.IsEmpty()) AfxThrowInvalidArgException();
@@ -48,8 +50,8 @@ void CLegend::UpdateData(CVELAMap* map, CVELAData* data) {
 }
 
 void CLegend::GetData(CMapOb* node, CVELAData* data, int level) {
-  const int column = data->GetSelected();
-  ForLevel(*node, level, [&](const CMapOb& area) {
+  const int column = vexel::RefOrThrow(data).GetSelected();
+  ForLevel(vexel::RefOrThrow(node), level, [&](const CMapOb& area) {
     const CAreaData* row = area.GetAreaData();
     const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
     // A host's NaN has no place in an order.
@@ -98,6 +100,7 @@ double CLegend::EqualBound(int group) const {
     return values[numMissing + static_cast<int>(static_cast<long long>(group) * count / numGroups)];
   }
   const double least = values[numMissing];
+  if (group == 0) return least;
   const double most = values[lastIndex];
   const double bound = (most - least) * group / numGroups + least;
   if (std::isfinite(bound)) return bound;
@@ -186,8 +189,8 @@ void CLegend::FollowCustomColors() {
 
 void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
   CheckNumGroups();
-  const int column = data->GetSelected();
-  ForLevel(*node, level, [&](CMapOb& area) {
+  const int column = vexel::RefOrThrow(data).GetSelected();
+  ForLevel(vexel::RefOrThrow(node), level, [&](CMapOb& area) {
     const CAreaData* row = area.GetAreaData();
     const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
     area.SetColor(Group(GroupOf(value).value_or(kNoDataSlot)).color);

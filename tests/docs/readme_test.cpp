@@ -14,12 +14,15 @@ std::string Read(const std::string& path) {
   return text.str();
 }
 
-// The program of the README is the one that is compiled and run.
-TEST(Readme, ShowsTheExampleThatRuns) {
+// The programs of the README are the ones that are compiled and run.
+TEST(Readme, ShowsTheExamplesThatRun) {
   const std::string root = std::string(VEXEL_SAMPLES_DIR) + "/../";
-  const std::string example = Read(root + "docs/example.cpp");
-  ASSERT_FALSE(example.empty());
-  EXPECT_NE(Read(root + "README.md").find("```cpp\n" + example + "```"), std::string::npos);
+  for (const char* name : {"docs/example.cpp", "docs/example_engine.cpp"}) {
+    const std::string example = Read(root + name);
+    ASSERT_FALSE(example.empty()) << name;
+    EXPECT_NE(Read(root + "README.md").find("```cpp\n" + example + "```"), std::string::npos)
+        << name;
+  }
 }
 
 }  // namespace

@@ -43,6 +43,18 @@ check_pkgconfig() {
   compile_host "${flags[@]}"
 }
 
+# The short program of the README, with the kit by pkg-config and by find_package.
+check_kit() {
+  local flags
+  read -ra flags < <(PKG_CONFIG_PATH=$prefix/$libdir/pkgconfig pkg-config --cflags --libs vexel-kit)
+  "$compiler" -std=c++20 -Wall -Wextra -Wpedantic -Werror -I "$here/host/own" -I "$decoys" \
+    "$source/docs/example.cpp" "${flags[@]}" -Wl,-rpath,"$prefix/$libdir" -o "$out/example"
+  ln -sfn "$source/samples" "$out/samples"
+  (cd "$out" && rm -f counties.gif && ./example && [[ -s counties.gif ]]) || fail "no page"
+  configure_host -DCMAKE_PREFIX_PATH="$prefix" -DHOST_EXAMPLE="$source/docs/example.cpp"
+  cmake --build "$out" --target example -- --quiet
+}
+
 # configure_host OPTION...
 configure_host() {
   cmake -S "$here/host" -B "$out" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
