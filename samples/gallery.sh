@@ -115,6 +115,43 @@ page names 700x560 \
   "$samples/names.mdf" --var "Bytes in UTF-8" --groups 3 --palette yellow --reverse \
   --box 1 --box 2 --box 3 --box 4 --box 5 --box 6
 
+page natural-breaks 900x720 \
+  "Counties of the contiguous states in five colours from pale yellow to dark blue, with the number of counties behind each range." \
+  "Natural breaks, palette YlGnBu, numbers of areas in the legend." \
+  "$conus" --level 2 --var "$rate" --intervals natural --palette YlGnBu --legend-counts
+
+page round-bounds 900x720 \
+  "Counties in four colours from dark violet to yellow, bounds at 10, 20 and 30 per cent." \
+  "Round bounds, palette Viridis, open ends." \
+  "$conus" --level 2 --var "$rate" --intervals round --groups 4 --palette viridis --open-ends
+
+page standard-deviations 900x720 \
+  "Counties from brown over white to purple, by how far their rate lies from the mean." \
+  "Standard deviations about the mean, palette PuOr reversed." \
+  "$conus" --level 2 --var "$rate" --intervals deviation --groups 7 --palette PuOr --reverse
+
+page head-tail 900x720 \
+  "Counties in reds: most are pale, the few with a large labour force dark." \
+  "Head/tail breaks for a variable with many small and few large values, palette Reds." \
+  "$conus" --level 2 --var "Labour force 2009" --intervals head-tail --groups 6 --palette Reds
+
+page logarithm 900x720 \
+  "Counties in seven greens by the logarithm of their labour force." \
+  "Equal steps of the logarithm, palette Greens." \
+  "$conus" --level 2 --var "Labour force 2009" --intervals logarithm --groups 7 --palette Greens
+
+page midpoint 900x720 \
+  "Counties in blues where women's rate is less than 75 below men's, in reds where it is more." \
+  "A bound at a midpoint of 75, groups shared out to both sides, palette RdBu about it." \
+  "$conus" --level 2 --var "$men" --var2 "$women" --calc difference --groups 7 --midpoint 75 \
+  --palette RdBu --reverse --open-ends
+
+page series 900x720 \
+  "Counties in five colours with bounds that the maps of men and women share." \
+  "Bounds found for two variables together, colours of one's own." \
+  "$conus" --level 2 --var "$women" --same-bounds "$men" \
+  --colors "#f7f4f9,#d4b9da,#df65b0,#ce1256,#67001f"
+
 cat >"$folder/index.html" <<HTML
 <!DOCTYPE html>
 <html lang="en">

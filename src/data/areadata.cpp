@@ -35,5 +35,9 @@ void CAreaData::operator=(const CAreaData& other) {  // NOLINT: gives nothing, b
 
 int CAreaData::operator==(const CAreaData& other) const {
   if (!(area == other.area)) return 0;
-  return std::ranges::equal(values.Elements(), FirstOf(other.values, values.GetSize())) ? 1 : 0;
+  // A difference is one, also where the other row ends before this one does.
+  const int shared = std::min(values.GetSize(), other.values.GetSize());
+  if (!std::ranges::equal(FirstOf(values, shared), FirstOf(other.values, shared))) return 0;
+  if (shared < values.GetSize()) AfxThrowInvalidArgException();
+  return 1;
 }

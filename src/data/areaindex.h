@@ -80,7 +80,9 @@ class AreaIndex {
       hash = (std::rotl(hash, 23) ^ pair) * kOdd;
       hash ^= hash >> 29U;
     }
-    return hash;
+    // The low bits, which find the slot, must hear of every bit of the last codes.
+    hash *= kOdd;
+    return hash ^ (hash >> 32U);
   }
 
   static std::uint32_t UpperHalf(std::uint64_t hash) noexcept {

@@ -28,6 +28,10 @@ constexpr int kMostDataLevels = CVELAMap::kMostLevels - 1;
 // each head sizes the columns anew, and a file of many heads must not make that its only work.
 constexpr int kMostVariables = 1'000'000;
 
+// A file loads no more maps than this: each is added to those before it, and all of them are brought
+// into the working space anew.
+constexpr int kMostMaps = 4;
+
 // Whether a file is long enough for a row of that many columns: each takes a character and a tab.
 // Of what is no regular file the length is not known.
 bool CanHold(const CSpecFile& file, int columns) {
@@ -198,6 +202,10 @@ bool DataFileReader::LoadMap(std::string_view value) {
   const CString path = NewerMapFile(name);
   if (path.IsEmpty()) {
     tell_.Tell(Message::mapFileNotFound, value, value);
+    return false;
+  }
+  if (++loadedMaps_ > kMostMaps) {
+    tell_.Tell(Message::invalidParameterAtLine, value, "MapFile", file_.lineNumber);
     return false;
   }
   data_.mapIsText = IsCompiledMapName(path.View()) ? 0 : 1;

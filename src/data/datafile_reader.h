@@ -48,6 +48,7 @@ class DataFileReader {
   int quiet_;
   DataTeller tell_;
   int statedColumns_ = 0;  // by the heads of the file, in all
+  int loadedMaps_ = 0;     // by them, too
   int tables_ = 0;
 };
 

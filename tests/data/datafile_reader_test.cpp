@@ -39,6 +39,8 @@ TEST_F(DataTest, RefusalsEndTheLoadWithTheirMessage) {
            Case{noMap + "AreaLevels=8", "0 Invalid AreaLevels parameter at line 3\n"},
            Case{noMap + "Variables=600000|Variables=600000",
                 "0 Invalid Variables parameter at line 4\n"},
+           Case{noMap + "MapFile=m|MapFile=m|MapFile=m|MapFile=m|MapFile=m",
+                "0 Invalid MapFile parameter at line 7\n"},
            Case{noMap + "AreaLevels=1|Variables=900|[Data]",
                 "0 Invalid Variables parameter at line 5\n"},
            Case{noMap + "[Other]|Name=x|[Data]|more",
