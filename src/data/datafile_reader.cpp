@@ -40,6 +40,8 @@ bool CanHold(const CSpecFile& file, int columns) {
 
 }  // namespace
 
+std::span<const std::string_view> DataFileWords() noexcept { return kWords; }
+
 bool DataFileReader::ReadFile(const CString& path) {
   const bool isRead = ReadSections();
   if (file_.HasFailed()) {

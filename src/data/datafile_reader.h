@@ -3,6 +3,7 @@
 #ifndef VEXEL_DATA_DATAFILE_READER_H_
 #define VEXEL_DATA_DATAFILE_READER_H_
 
+#include <span>
 #include <string_view>
 
 #include "brindle/specfile.h"
@@ -10,6 +11,9 @@
 #include "data/teller.h"
 
 namespace vexel {
+
+// All headings and keywords of a data file, as the documents write them.
+std::span<const std::string_view> DataFileWords() noexcept;
 
 // Reads heads, loads the map that they name, and hands tables to a TableReader. What stops a load
 // is told; what was done before it stays done.

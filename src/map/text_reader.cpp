@@ -67,6 +67,8 @@ std::string Pair(double a, const char* between, double b) {
 
 }  // namespace
 
+std::span<const std::string_view> MapWords() noexcept { return kWords; }
+
 bool MapReader::ReadMap(CVELAMap& map) {
   const int firstChild = map.GetNumChildren();
   lines_.clear();

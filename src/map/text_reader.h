@@ -3,6 +3,7 @@
 #ifndef VEXEL_MAP_TEXT_READER_H_
 #define VEXEL_MAP_TEXT_READER_H_
 
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,9 @@
 #include "platform/remark.h"
 
 namespace vexel {
+
+// All headings and keywords of a map, as the documents write them.
+std::span<const std::string_view> MapWords() noexcept;
 
 // Reads from where its file is. Each operation takes lines until one that is not its own, which it
 // gives back. What stops a load is told to the user, what is doubtful to the host; cancelling stops
