@@ -28,8 +28,8 @@ constexpr int kMostDataLevels = CVELAMap::kMostLevels - 1;
 // each head sizes the columns anew, and a file of many heads must not make that its only work.
 constexpr int kMostVariables = 1'000'000;
 
-// A file loads no more maps than this: each is added to those before it, and all of them are brought
-// into the working space anew.
+// A file loads no more maps than this: each is added to those before it, and all of them are
+// brought into the working space anew.
 constexpr int kMostMaps = 4;
 
 // Whether a file is long enough for a row of that many columns: each takes a character and a tab.

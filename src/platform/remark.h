@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include "platform/export.h"
+
 namespace vexel {
 
 // The numbers are those of the sentences in messages/remarks.cpp, which also has a short name for

@@ -32,6 +32,7 @@ TEST_F(DataTest, RefusalsEndTheLoadWithTheirMessage) {
     int rows = 0;
   };
   const std::string noMap = "[MapDataFile]|Version=Ortex 3.2|";
+  dir.Write("n.map", "[Map]\n");
   for (const Case& c : {
            Case{"", "0 Not a valid Atlas Desk data file\n"},
            Case{noMap + "Thousands=Dot|Decimal=Dot|[Data]",
@@ -39,7 +40,7 @@ TEST_F(DataTest, RefusalsEndTheLoadWithTheirMessage) {
            Case{noMap + "AreaLevels=8", "0 Invalid AreaLevels parameter at line 3\n"},
            Case{noMap + "Variables=600000|Variables=600000",
                 "0 Invalid Variables parameter at line 4\n"},
-           Case{noMap + "MapFile=m|MapFile=m|MapFile=m|MapFile=m|MapFile=m",
+           Case{noMap + "MapFile=n|MapFile=n|MapFile=n|MapFile=n|MapFile=n",
                 "0 Invalid MapFile parameter at line 7\n"},
            Case{noMap + "AreaLevels=1|Variables=900|[Data]",
                 "0 Invalid Variables parameter at line 5\n"},
