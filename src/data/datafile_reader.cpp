@@ -76,7 +76,18 @@ void DataFileReader::UnifyMapLabel() {
     tell_.RemarkOnFile({.kind = RemarkKind::noName, .columnName = "MapLabel"});
 }
 
+void DataFileReader::RemarkOnRepetition(std::string_view keyword) {
+  const auto* word = std::find_if(kWords.begin(), kWords.end(), [=](std::string_view each) {
+    return EqualNoCase(each, keyword);
+  });
+  if (word == kWords.end()) return;
+  const auto bit = static_cast<std::size_t>(word - kWords.begin());
+  if (seen_.test(bit)) tell_.Remark({.kind = RemarkKind::repeatedKeyword, .found = *word});
+  seen_.set(bit);
+}
+
 bool DataFileReader::ReadHead() {
+  seen_.reset();
   CSpecFile::Line line;
   while (file_.state == 0 && file_.NextLine(line)) {
     if (!line.IsHeading()) {
@@ -111,6 +122,7 @@ bool DataFileReader::IsReadyForRows() {
 
 bool DataFileReader::ReadKeyword(std::string_view keyword, std::string_view value) {
   const auto is = [=](std::string_view name) { return EqualNoCase(keyword, name); };
+  RemarkOnRepetition(keyword);
   if (is("AreaLevels")) return SetAreaLevels(value);
   if (is("Variables")) return SetVariables(value);
   if (is("MapFile")) return loadMap_ == 0 || LoadMap(value);

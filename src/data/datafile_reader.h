@@ -3,6 +3,7 @@
 #ifndef VEXEL_DATA_DATAFILE_READER_H_
 #define VEXEL_DATA_DATAFILE_READER_H_
 
+#include <bitset>
 #include <span>
 #include <string_view>
 
@@ -45,12 +46,14 @@ class DataFileReader {
   bool LoadMap(std::string_view value);
   void UnifyMapLabel();
   void RemarkOnWord(std::string_view line) const;
+  void RemarkOnRepetition(std::string_view keyword);
 
   CVELAData& data_;
   CSpecFile& file_;
   int loadMap_;
   int quiet_;
   DataTeller tell_;
+  std::bitset<32> seen_;   // keywords of the head, by their places in the list of words
   int statedColumns_ = 0;  // by the heads of the file, in all
   int loadedMaps_ = 0;     // by them, too
   int tables_ = 0;

@@ -6,6 +6,7 @@
 #include "brindle/progress.h"
 #include "brindle/specfile.h"
 #include "map/formats.h"
+#include "map/key_check.h"
 #include "map/map.h"
 #include "messages/messages.h"
 #include "platform/archive.h"
@@ -37,6 +38,7 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   }
   constexpr int kReadBlock = 64 * 1024;
   CArchive ar(&file, CArchive::load, kReadBlock);
+  const int firstChild = GetNumChildren();
   Serialize(ar, loadFloats);
   if (compiledValid == 0) {
     CString shown = path;
@@ -45,6 +47,7 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   }
   floatsLoaded = loadFloats;
   PrepareTree();
+  vexel::RemarkOnKeys(*this, firstChild, {}, path.View());
   return 1;
 }
 

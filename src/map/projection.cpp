@@ -157,7 +157,8 @@ void CVELAMap::RemarkOnPrecision(std::string_view file) const {
   const double radius = std::abs(double{cone.coneConst});
   const double step = double{std::nextafter(NarrowToFloat(radius), kFar)} - radius;
   if (!(height > 0.0) || step * kFrameSize <= kCoarsest * std::max(width, height)) return;
-  const std::string middle = vexel::ShortestText((double{frame.top} + frame.bottom) / 2);
+  const std::string middle =
+      vexel::ShortestText(NarrowToFloat((double{frame.top} + frame.bottom) / 2));
   CHost::GetCurrent().Remark({.kind = vexel::RemarkKind::coarseNearEquator,
                               .file = file,
                               .found = middle,

@@ -135,6 +135,7 @@ bool MapReader::ReadTree(CVELAMap& map) {
     Tell(CHost::ok, Message::noAreaLevels, {.file = spec_.GetPath(), .line = spec_.lineNumber});
     return false;
   }
+  if (map.GetName().IsEmpty()) RemarkHere({.kind = RemarkKind::noName, .columnName = "MapName"});
   inDegrees_ = map.GetLongLat() != 0;
   root_ = &map;
   CRectF& bounds = map.fileBoundsF;

@@ -34,7 +34,8 @@ constexpr std::array kRemarks{
                 "let its frame reach further north or south"},
     RemarkEntry{holeInDoubt, "hole-in-doubt", "\"%f\" makes the polygon a hole"},
     RemarkEntry{duplicateKey, "duplicate-key",
-                "the map has another area with this key before it, which takes its data"},
+                "the map has another area with this key before it; both get the values of its row, "
+                "and the first its name"},
     RemarkEntry{keyOfAnotherParent, "key-of-another-parent",
                 "the area stands in group %t, which its key does not begin with"},
     RemarkEntry{keyOfAnotherLevel, "key-of-another-level",
@@ -53,19 +54,27 @@ constexpr std::array kRemarks{
                 "\"%f\" is one column more than Variables says; it and what is behind it is passed "
                 "over"},
     RemarkEntry{duplicateRow, "duplicate-row",
-                "the area has a row at line %n already, which is the one that counts"},
+                "the area has a row at line %n already, whose values count; of the names the last "
+                "one does"},
     RemarkEntry{noRows, "no-rows", "the table has no rows"},
     RemarkEntry{blanksInWord, "blanks-in-word", "\"%f\" was meant to be %t, perhaps"},
     RemarkEntry{unknownVersion, "unknown-version",
                 "version \"%f\" is unknown and is taken for one in which code 0 means none"},
     RemarkEntry{neitherYesNorNo, "neither-yes-nor-no",
                 "LongLat=%f is neither Yes nor No and changes nothing"},
+    RemarkEntry{repeatedKeyword, "repeated-keyword", "%f stands in this head already"},
     RemarkEntry{notOpened, "not-opened", "the file cannot be opened: %r"},
     RemarkEntry{writtenInPlace, "written-in-place",
                 "no file can be made beside it (%r), so it is written over in its place"},
 };
 
 constexpr RemarkEntry kNone{};
+
+template <typename Number>
+std::string Shortest(Number value) {
+  std::array<char, 32> text;
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
 
 constexpr std::size_t kLongestFound = 80;
 
@@ -124,10 +133,9 @@ const RemarkEntry& RemarkEntryOf(RemarkKind kind) noexcept {
   return found == kRemarks.end() ? kNone : *found;
 }
 
-std::string ShortestText(double value) {
-  std::array<char, 32> text;
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
-}
+std::string ShortestText(double value) { return Shortest(value); }
+
+std::string ShortestText(float value) { return Shortest(value); }
 
 std::string RemarkSentence(const RemarkInfo& remark) {
   std::string line = PlaceOf(remark);

@@ -33,6 +33,7 @@ VEXEL_API std::string RemarkSentence(const RemarkInfo& remark);
 
 // The shortest text of a number, for what a remark says it is taken for.
 std::string ShortestText(double value);
+std::string ShortestText(float value);
 
 }  // namespace vexel
 

@@ -45,6 +45,7 @@ enum class RemarkKind : int {
   blanksInWord = 16241,
   unknownVersion = 16242,
   neitherYesNorNo = 16243,
+  repeatedKeyword = 16244,
   // Files.
   notOpened = 16251,
   writtenInPlace = 16252,

@@ -40,6 +40,7 @@ const Case kCases[] = {
      "18 odd-grouping: -5; 2 Deaths; ,5 > 5\n",
      nullptr},
     {"DotInsideADecimalComma", "Thousands=Space|Decimal=Comma|" + kHeader + "12;X;~;1 665,5;1.5",
+     "10 repeated-keyword: ; ; Thousands\n11 repeated-keyword: ; ; Decimal\n"
      "14 number-in-part: 12; 2 Deaths; 1.5 > 1\n"},
     {"ManyDecimals", kHeader + "12;X;~;1.1234567;1|12;3;~;1.7654321;1",
      "12 many-decimals: 12; 1 Births; 1.1234567 7/0\n"},
@@ -48,8 +49,8 @@ const Case kCases[] = {
      "14 not-a-number: ; State; twelve > 0\n",
      nullptr},
     {"Counts", "AreaLevels=2x|Variables=4294967298|" + kHeader + "12;X;~;1;1",
-     "10 number-in-part: ; AreaLevels; 2x > 2\n"
-     "11 beyond-range: ; Variables; 4294967298 > 2\n"},
+     "10 repeated-keyword: ; ; AreaLevels\n10 number-in-part: ; AreaLevels; 2x > 2\n"
+     "11 repeated-keyword: ; ; Variables\n11 beyond-range: ; Variables; 4294967298 > 2\n"},
     {"EmptyCellBeforeAllElse", kHeader + "12;X;~;;12%|;12;X;~;1;2|12;;3;~;1;2;|12;X;~;1;2;;",
      "12 empty-cell: 12; 1 Births;  4/5\n12 number-in-part: 12; 1 Births; 12% > 12\n",
      "0 Not enough data values at line 12\n"},
@@ -73,11 +74,14 @@ const Case kCases[] = {
      "10 blanks-in-word: ; ; Map Label=x > MapLabel\n",
      "0 Unrecognized command at line 10:\nMap Label=x\n"},
     {"Versions", "Version=Ortex 9|Version=TAVO 4.1|" + kHeader + "12;X;~;1;2",
-     "10 unknown-version: ; ; Ortex 9\n"},
+     "10 repeated-keyword: ; ; Version\n10 unknown-version: ; ; Ortex 9\n"
+     "11 repeated-keyword: ; ; Version\n"},
     {"Names", "MapLabel=\xFF|[Data]|\xFE;~;Area Name;\xFD;Deaths|12;X;\xFC;1;2",
-     "10 not-utf8: ; MapLabel; \xFF\n12 not-utf8: ; ; \xFE\n12 not-utf8: ; ; \xFD\n"
+     "10 repeated-keyword: ; ; MapLabel\n10 not-utf8: ; MapLabel; \xFF\n12 not-utf8: ; ; \xFE\n12 "
+     "not-utf8: ; ; \xFD\n"
      "13 not-utf8: ; Area Name; \xFC\n"},
-    {"NoLabel", "MapLabel=|" + kHeader + "12;X;~;1;2", "0 no-name: ; MapLabel; \n"}};
+    {"NoLabel", "MapLabel=|" + kHeader + "12;X;~;1;2",
+     "10 repeated-keyword: ; ; MapLabel\n0 no-name: ; MapLabel; \n"}};
 
 INSTANTIATE_TEST_SUITE_P(Table, DataRemarks, testing::ValuesIn(kCases),
                          [](const auto& tested) { return tested.param.name; });

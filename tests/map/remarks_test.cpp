@@ -164,4 +164,23 @@ TEST_F(MapRemarks, TellOfAMapThatLosesItsHeightNearTheEquator) {
   }
 }
 
+// The compiled form has no lines to tell, and tells the same of its keys.
+TEST_F(MapRemarks, TellOfTheKeysOfACompiledMap) {
+  ProbeMap map;
+  Load(map, Lines("M|MapName=M|U|Name=A|AreaStructure=7|P|0 0|1 0|1 1|U|Name=B|AreaStructure=7|P|"
+                  "0 0|1 0|1 1"));
+  EXPECT_EQ(host.TakeRemarks(), "10 duplicate-key: 7; ; \n");
+  ASSERT_EQ(map.SaveMpc(CVELAString(dir.Path("m.mpc").c_str())), 1);
+  ProbeMap compiled;
+  EXPECT_EQ(compiled.Build(dir.Path("m.mpc").c_str(), 0, 0), 1);
+  EXPECT_EQ(host.TakeRemarks(), "0 duplicate-key: 7; ; \n");
+}
+
+// Without a name of its own the map takes that of its first level.
+TEST_F(MapRemarks, TellOfAMapWithoutAName) {
+  ProbeMap map;
+  Load(map, Lines("M|L|Name=Region|U|Name=A|AreaStructure=7|P|0 0|1 0|1 1"));
+  EXPECT_EQ(host.TakeRemarks(), "4 no-name: ; MapName; \n");
+}
+
 }  // namespace
