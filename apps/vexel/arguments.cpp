@@ -49,7 +49,7 @@ struct Arguments::Parser {
 
   CLI::App app;
   std::string group = "Options";
-  std::vector<std::pair<std::string, const std::string*>> positionals;
+  std::vector<std::pair<std::string, std::string*>> positionals;
   std::vector<std::pair<std::string, const std::vector<std::string>*>> lists;
 };
 
@@ -96,12 +96,17 @@ void Arguments::Flag(const std::string& names, const std::string& help, bool& va
 }
 
 void Arguments::RequestOptions(Request& request) {
-  Positional("DATA", std::string(ParameterNamed("data").help), request.data);
-  Option("--view", "FILE", "Take what follows from a file of JSON, as --save-view writes it",
-         [&](std::string_view name) {
-           const std::string file(name);
-           ReadJson(request, IsStandard(file) ? ReadStandardInput() : ReadFile(file), file);
-         });
+  request_ = &request;
+  Positional("DATA", std::string(ParameterNamed("data").help), data_);
+  Option(
+      "--view", "FILE",
+      "Take what follows, and DATA, from a file of JSON, as --save-view writes it; its paths count"
+      " from the working folder",
+      [&](std::string_view name) {
+        viewFile_ = name;
+        ReadJson(request, ReadSettings(viewFile_),
+                 IsStandard(viewFile_) ? "standard input" : viewFile_);
+      });
   for (const Parameter& parameter : AllParameters()) {
     if (parameter.group == ParameterGroup::source) continue;
     Group(std::string(Heading(parameter.group)));
@@ -152,6 +157,7 @@ bool Arguments::Parse(int argc, const char* const* argv) {
     throw WrongRequest(error.what());
   }
   CheckUnknown();
+  FindData();
   CheckPositionals();
   return true;
 }
@@ -170,6 +176,18 @@ void Arguments::CheckUnknown() const {
   }
   const std::vector<std::string_view> views(names.begin(), names.end());
   throw WrongRequest("unknown option " + name + Hint(name, views));
+}
+
+// DATA counts for more than what a view says of it. Where the view has said it and an argument is
+// missing, the first is no DATA.
+void Arguments::FindData() {
+  if (request_ == nullptr) return;
+  const auto& positionals = parser_->positionals;
+  if (!request_->data.empty() && positionals.size() == 2 && positionals.back().second->empty()) {
+    positionals.back().second->swap(data_);
+  }
+  if (data_.empty()) data_ = request_->data;
+  request_->data = data_;
 }
 
 void Arguments::CheckPositionals() const {

@@ -49,6 +49,9 @@ class Arguments {
   // and gives way to the other options.
   void RequestOptions(Request& request);
 
+  // The file of --view after Parse; empty when there is none.
+  const std::string& ViewFile() const { return viewFile_; }
+
   // Options declared from here on stand under this heading in the help text.
   void Group(const std::string& heading);
 
@@ -61,9 +64,13 @@ class Arguments {
 
   void RequestOption(const Parameter& parameter, Request& request);
   void CheckUnknown() const;
+  void FindData();
   void CheckPositionals() const;
 
   std::unique_ptr<Parser> parser_;
+  std::string viewFile_;
+  Request* request_ = nullptr;
+  std::string data_;
 };
 
 }  // namespace vexel::cli

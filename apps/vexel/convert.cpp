@@ -61,6 +61,11 @@ int Convert(int argc, const char* const* argv, CliHost& host) {
   const std::string mapPath(map.GetFileStatus().fullName.View());
   if (mapPath.empty()) throw Failed(input, "the file names no map");
   if (data.GetNumVars() < 1) throw Failed(input, "the file holds no variable");
+  for (const char* extension : {".map", ".mpc"}) {
+    if (IsSameFile(WithExtension(mapPath, extension), output)) {
+      throw WrongRequest(output + " would take the place of the map");
+    }
+  }
   const std::string folder = IsStandard(output) ? "" : FolderOf(output);
   const SignalHold hold;
   WriteText(output, WithReference(DataFileText(map), ReferenceTo(mapPath, folder)));

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "arguments.h"
 #include "commands.h"
@@ -47,22 +48,32 @@ void CheckStrictly(const CliHost& host, const Request& request) {
                                  counted(lost, "lost row") + ", of which --strict takes none");
 }
 
-void CheckOutputs(const PageFiles& files, const Request& request) {
-  constexpr std::size_t kOutputs = 4;
-  const std::array<const std::string*, 6> names{&files.picture, &files.html,   &files.report,
-                                                &files.view,    &request.data, &request.map};
-  for (std::size_t i = 0; i < kOutputs; ++i) {
-    if (names[i]->empty()) continue;
-    const auto isSame = [&](const std::string* other) { return *other == *names[i]; };
-    // Standard input and standard output go by one name and are two things.
-    const std::size_t end = IsStandard(*names[i]) ? kOutputs : names.size();
-    if (std::any_of(names.begin() + i + 1, names.begin() + end, isSame)) {
-      throw WrongRequest(*names[i] + " cannot be written as two things");
+// No two outputs go to one file, and none to a file that is read.
+void CheckOutputs(const PageFiles& files, const std::vector<std::string>& inputs) {
+  const std::array<const std::string*, 4> outputs{&files.picture, &files.html, &files.report,
+                                                  &files.view};
+  for (std::size_t i = 0; i < outputs.size(); ++i) {
+    const std::string& output = *outputs[i];
+    if (output.empty()) continue;
+    const auto isIt = [&](const std::string& other) { return IsSameFile(other, output); };
+    if (std::any_of(outputs.begin() + i + 1, outputs.end(),
+                    [&](const std::string* other) { return isIt(*other); })) {
+      throw WrongRequest(output + " cannot be written as two things");
+    }
+    if (!IsStandard(output) && std::any_of(inputs.begin(), inputs.end(), isIt)) {
+      throw WrongRequest(output + " would take the place of a file that the page is made from");
     }
   }
   if (IsStandard(files.picture) && !files.html.empty()) {
     throw WrongRequest("--html needs a picture with a name: -o PAGE.gif");
   }
+}
+
+// The map in either form, whichever was loaded.
+std::vector<std::string> FormsOf(const CVELAMap& map) {
+  const std::string file(map.GetFileStatus().fullName.View());
+  if (file.empty()) return {};
+  return {file, WithExtension(file, ".map"), WithExtension(file, ".mpc")};
 }
 
 // The picture's name when none is given: that of the data file, in the working folder.
@@ -97,12 +108,13 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   GroupingOf(request);
   if (files.picture.empty()) files.picture = PictureFor(request.data);
   CheckPicture(files.picture);
-  CheckOutputs(files, request);
+  CheckOutputs(files, {request.data, request.map, arguments.ViewFile()});
   host.SetProgressWanted(!quiet);
   host.SetRemarksWanted(!quiet);
 
   // Kept to the end of the process, whose memory goes faster as a whole than node by node.
   static View& view = *std::make_unique<View>(request, &host).release();
+  CheckOutputs(files, FormsOf(view.map));
   if (strict) CheckStrictly(host, request);
   WritePage(view, files);
   if (quiet) return kDone;

@@ -88,7 +88,7 @@ ClassBounds ClassesWithZeroApart(std::span<const double> values, int count,
   const auto [first, last] = std::equal_range(values.begin(), values.end(), 0.0);
   if (first == last) {
     ClassBounds bounds = find(values, count);
-    AddNote(bounds.note, "no class for 0", "no value is 0");
+    AddNote(bounds.note, "no group for 0", "no value is 0");
     return bounds;
   }
   const Values below = From(values, values.begin(), first);

@@ -70,7 +70,7 @@ VEXEL_API ClassBounds RoundClasses(std::span<const double> values, int count);
 // an odd number of classes has one that straddles the mean, an even number a bound at it. The
 // deviation is that of the population (divided by n): the values are all the areas there are, no
 // sample of more. The number of classes stays as asked even when outer ones hold no value, so that
-// the mean stays in the middle of the colours; the note counts these. The first class starts at the
+// the mean stays in the middle of the colours. The first class starts at the
 // least value or at m - k/2 s, whichever is lower.
 VEXEL_API ClassBounds DeviationClasses(std::span<const double> values, int count);
 

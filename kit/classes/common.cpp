@@ -11,7 +11,7 @@ namespace {
 
 void CheckRequest(std::span<const double> values, int count) {
   if (count < 1 || count > kMostClasses) {
-    throw ClassError("the number of classes must be between 1 and " + std::to_string(kMostClasses) +
+    throw ClassError("the number of groups must be between 1 and " + std::to_string(kMostClasses) +
                      ", not " + std::to_string(count));
   }
   const bool finite =
@@ -58,7 +58,7 @@ ClassBounds InOrder(std::span<const double> values, std::vector<double> lower, i
 }
 
 std::string NumberNote(std::size_t made, int asked, std::string_view why) {
-  std::string note = CountText(made, "class", "classes") + " instead of " + std::to_string(asked);
+  std::string note = CountText(made, "group", "groups") + " instead of " + std::to_string(asked);
   if (!why.empty()) note.append(": ").append(why);
   return note;
 }

@@ -19,16 +19,6 @@ double DeviationOf(std::span<const double> values, double mean) {
   return std::ldexp(std::sqrt(variance.high), exponent);
 }
 
-std::size_t CountWithoutValue(std::span<const double> values, std::span<const double> lower) {
-  std::size_t empty = 0;
-  for (std::size_t i = 0; i < lower.size(); ++i) {
-    const auto first = std::lower_bound(values.begin(), values.end(), lower[i]);
-    const bool none = first == values.end() || (i + 1 < lower.size() && *first >= lower[i + 1]);
-    empty += none ? 1 : 0;
-  }
-  return empty;
-}
-
 }  // namespace
 
 ClassBounds DeviationClasses(std::span<const double> values, int count) {
@@ -40,14 +30,8 @@ ClassBounds DeviationClasses(std::span<const double> values, int count) {
   // Beyond the range of a double there is nothing to be kept free.
   lower.front() =
       std::isfinite(lower.front()) ? std::min(lower.front(), values.front()) : values.front();
-  ClassBounds bounds = InOrder(values, std::move(lower), count,
-                               "further bounds cannot be told from these or are out of range");
-  if (const std::size_t empty = CountWithoutValue(values, bounds.lower); empty > 0) {
-    if (!bounds.note.empty()) bounds.note += "; ";
-    bounds.note += std::to_string(empty) + " of the " + std::to_string(bounds.lower.size()) +
-                   " classes without a value";
-  }
-  return bounds;
+  return InOrder(values, std::move(lower), count,
+                 "further bounds cannot be told from these or are out of range");
 }
 
 }  // namespace vexel

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <limits>
+#include <system_error>
 
 #include "kit/request/error.h"
 
@@ -35,7 +37,8 @@ class Descriptor {
   int number_;
 };
 
-std::string ReadAll(int descriptor, const std::string& name) {
+std::string ReadAll(int descriptor, const std::string& name,
+                    std::size_t most = std::numeric_limits<std::size_t>::max()) {
   std::string text;
   std::size_t filled = 0;
   for (;;) {
@@ -44,6 +47,9 @@ std::string ReadAll(int descriptor, const std::string& name) {
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) throw Failed(name, SystemReason());
     if (got == 0) break;
+    if (static_cast<std::size_t>(got) > most - filled) {
+      throw Failed(name, "has more than " + std::to_string(most) + " bytes");
+    }
     filled += static_cast<std::size_t>(got);
   }
   text.resize(filled);
@@ -129,6 +135,21 @@ std::string ReadFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Get() < 0) throw Failed(path, SystemReason());
   return ReadAll(file.Get(), path);
+}
+
+std::string ReadSettings(const std::string& name) {
+  constexpr std::size_t kMost = 1'000'000;
+  if (IsStandard(name)) return ReadAll(STDIN_FILENO, "standard input", kMost);
+  const Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.Get() < 0) throw Failed(name, SystemReason());
+  return ReadAll(file.Get(), name, kMost);
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+  if (a.empty() || b.empty() || IsStandard(a) || IsStandard(b)) return a == b;
+  std::error_code error;
+  if (fs::equivalent(a, b, error)) return true;
+  return fs::weakly_canonical(a, error) == fs::weakly_canonical(b, error);
 }
 
 SignalHold::SignalHold() {

@@ -62,6 +62,13 @@ class VEXEL_API LibraryOutput {
 VEXEL_API std::string ReadStandardInput();
 VEXEL_API std::string ReadFile(const std::string& path);
 
+// A file of settings, or what standard input holds; one that has no end, or more than a million
+// bytes, is refused.
+VEXEL_API std::string ReadSettings(const std::string& name);
+
+// Whether two names are those of one file, or would be.
+VEXEL_API bool IsSameFile(const std::string& a, const std::string& b);
+
 // Keeps the signals that end a program waiting for as long as it lives, so that outputs are
 // written whole, and their temporary files go, before one takes effect.
 class VEXEL_API SignalHold {

@@ -68,7 +68,13 @@ class RequestReader : public nlohmann::json_sax<Json> {
     isOpen_ = true;
     return true;
   }
-  bool end_object() override { return true; }
+  bool end_object() override {
+    // In the order of the table, whatever that of the text is.
+    std::stable_sort(members_.begin(), members_.end(),
+                     [](const Member& a, const Member& b) { return a.parameter < b.parameter; });
+    std::for_each(members_.begin(), members_.end(), [this](const Member& member) { Set(member); });
+    return true;
+  }
 
   bool key(string_t& name) override {
     name_ = name;
@@ -108,10 +114,13 @@ class RequestReader : public nlohmann::json_sax<Json> {
 
   bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                    const nlohmann::detail::exception& error) override {
-    // Of "[json.exception...] parse error at line 1, column 2: syntax error ..." the end.
+    // Of "[json.exception...] parse error at line 1, column 2: syntax error ..." what is behind the
+    // library's name and its own place.
     std::string_view text = error.what();
-    const std::size_t colon = text.find(": ");
-    if (colon != std::string_view::npos) text.remove_prefix(colon + 2);
+    text.remove_prefix(std::min(text.find("] ") + 2, text.size()));
+    if (text.starts_with("parse error at")) {
+      text.remove_prefix(std::min(text.find(": ") + 2, text.size()));
+    }
     throw Failed(Place(), "no JSON: " + std::string(text));
   }
 
@@ -163,12 +172,20 @@ class RequestReader : public nlohmann::json_sax<Json> {
     return text;
   }
 
-  void Finish() {
-    const std::vector<std::string_view> views(values_.begin(), values_.end());
+  struct Member {
+    const Parameter* parameter;
+    std::vector<std::string> values;
+    std::string place;
+  };
+
+  void Finish() { members_.push_back({parameter_, std::move(values_), Place()}); }
+
+  void Set(const Member& member) {
+    const std::vector<std::string_view> views(member.values.begin(), member.values.end());
     try {
-      SetParameter(request_, *parameter_, views, Quoted(name_));
+      SetParameter(request_, *member.parameter, views, Quoted(member.parameter->name));
     } catch (const Error& error) {
-      throw Failed(Place(), error.what());
+      throw Failed(member.place, error.what());
     }
   }
 
@@ -180,6 +197,7 @@ class RequestReader : public nlohmann::json_sax<Json> {
   std::string name_;
   const Parameter* parameter_ = nullptr;
   std::vector<const Parameter*> seen_;
+  std::vector<Member> members_;
   std::vector<std::string> values_;
   std::vector<std::string> codes_;
 };

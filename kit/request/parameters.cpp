@@ -164,6 +164,7 @@ constexpr std::array kParameters{
               [](Request& r, Values v) {
                 ParseChoice(v.front(), IntervalWords());
                 r.intervals = v.front();
+                if (r.intervals != kOwnBounds) r.bounds.clear();
               },
               [](const Request& r) {
                 const auto usual = r.bounds.empty() ? kDefaultIntervals : kOwnBounds;
@@ -188,9 +189,13 @@ constexpr std::array kParameters{
                 return One(r.midpoint.has_value(), NumberText(r.midpoint.value_or(0.0)));
               },
               nullptr},
+    // The last of palette and colours counts.
     Parameter{"palette", Kind::choice, Group::classes, "NAME",
               "Colours, by a name that `vexel palettes` shows", kDefaultPalette, false,
-              [](Request& r, Values v) { r.palette = ParsePalette(v.front()); },
+              [](Request& r, Values v) {
+                r.palette = ParsePalette(v.front());
+                r.colors.clear();
+              },
               [](const Request& r) { return One(r.palette != kDefaultPalette, r.palette); },
               nullptr},
     Parameter{"colors", Kind::list, Group::classes, "#RGB,#RGB", "Colours of one's own", "", false,

@@ -40,6 +40,10 @@ struct Parameter {
   std::string_view standard;  // what holds without it; empty when `help` says so
   bool isFile;                // names a file, and so has no place in an address
 
+  // Parameters that exclude each other are set in the order of the table, and of what was there
+  // before the last one counts: a palette takes the place of colours, a way to find bounds that of
+  // bounds.
+  //
   // Sets the values, one for all kinds but lists and repeated ones; a flag's is "1" or "0". Throws
   // an Error of kind request that does not name the parameter.
   void (*set)(Request& request, Values values);

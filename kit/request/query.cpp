@@ -95,6 +95,13 @@ void ReadQuery(Request& request, std::string_view query, std::vector<std::string
       found->second.push_back(value);
     }
   }
+  const auto place = [](const auto& each) {
+    const auto all = AllParameters();
+    return std::find_if(all.begin(), all.end(),
+                        [&](const Parameter& known) { return known.name == each.first; });
+  };
+  std::stable_sort(said.begin(), said.end(),
+                   [=](const auto& a, const auto& b) { return place(a) < place(b); });
   for (const auto& [name, texts] : said) {
     try {
       Set(request, name, texts);

@@ -3,14 +3,14 @@
 #include <vexel/brindle/text.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numeric>
+#include <optional>
 #include <span>
 #include <utility>
 
 #include "kit/classes/classes.h"
 #include "kit/palettes/palettes.h"
 #include "kit/request/error.h"
+#include "kit/view/shown_bounds.h"
 
 namespace vexel {
 
@@ -27,12 +27,11 @@ bool IsEngineWay(const View& view) {
   const Request& request = view.request;
   const std::string_view way = view.grouping.intervals;
   const bool isPlain = !request.zeroApart && !request.midpoint && request.sameBounds.empty();
-  return way == kOwnBounds || (isPlain && (way == "counts" || way == "widths"));
+  return isPlain && (way == "counts" || way == "widths");
 }
 
 int IntervalTypeOf(std::string_view way) {
-  if (way == "widths") return CLegend::equalWidths;
-  return way == kOwnBounds ? CLegend::hostBounds : CLegend::equalCounts;
+  return way == "widths" ? CLegend::equalWidths : CLegend::equalCounts;
 }
 
 // The values of the areas on show, ascending and without missing ones; with --same-bounds those of
@@ -55,13 +54,38 @@ std::vector<double> ValuesToClassify(View& view) {
   return values;
 }
 
+// Values that differ by the noise of a calculation are one value, which begins where the least of
+// them does.
+class WithoutNoise {
+ public:
+  WithoutNoise(std::vector<double> values, bool isCalculated, int decimals)
+      : raw_(std::move(values)), rounded_(raw_) {
+    constexpr int kDecimalsThatCount = 6;  // behind those that are shown
+    if (!isCalculated) return;
+    std::transform(raw_.begin(), raw_.end(), rounded_.begin(),
+                   [=](double value) { return Rounded(value, decimals + kDecimalsThatCount); });
+  }
+
+  std::span<const double> Values() const { return rounded_; }
+
+  double BoundFor(double bound) const {
+    const auto at = std::lower_bound(rounded_.begin(), rounded_.end(), bound);
+    return at == rounded_.end() || *at != bound
+               ? bound
+               : raw_[static_cast<std::size_t>(at - rounded_.begin())];
+  }
+
+ private:
+  std::vector<double> raw_;
+  std::vector<double> rounded_;
+};
+
 struct Found {
   ClassBounds bounds;
   std::size_t firstAbove = 0;  // the first group at or above --midpoint
 };
 
-Found FindBounds(View& view) {
-  const std::vector<double> values = ValuesToClassify(view);
+Found FindIn(const View& view, std::span<const double> values) {
   const ClassFinder find = FindClassMethod(view.grouping.intervals)->find;
   const int count = view.grouping.groups;
   try {
@@ -76,37 +100,15 @@ Found FindBounds(View& view) {
   }
 }
 
-// Whether the engine leaves the bounds as they are, which must be one unit of the last decimal
-// apart.
-bool AreApart(std::span<const double> lower, int decimals) {
-  const double step = std::pow(10.0, -static_cast<double>(decimals));
-  return std::adjacent_find(lower.begin(), lower.end(), [=](double below, double above) {
-           return below + step > above;
-         }) == lower.end();
-}
-
-bool AreShownWhole(std::span<const double> lower, int decimals) {
-  constexpr double kNoise = 1e-9;
-  const double scale = std::pow(10.0, static_cast<double>(decimals));
-  return std::all_of(lower.begin(), lower.end(), [=](double bound) {
-    const double scaled = bound * scale;
-    return std::abs(scaled - std::round(scaled)) <= kNoise * std::max(1.0, std::abs(scaled));
-  });
-}
-
-// The decimals with which bounds are shown: those of the variable, and more where it takes them to
-// tell two bounds apart or, if three more are enough for that, to show them whole.
-int DecimalsFor(std::span<const double> lower, int decimals) {
-  constexpr int kMoreForWhole = 3;
-  constexpr int kMost = 15;
-  int apart = decimals;
-  while (apart < kMost && !AreApart(lower, apart)) ++apart;
-  // The first bound becomes the lowest value, which has the variable's decimals.
-  const std::span<const double> inner = lower.subspan(1);
-  for (int whole = apart; whole <= std::min(apart + kMoreForWhole, kMost); ++whole) {
-    if (AreShownWhole(inner, whole)) return whole;
-  }
-  return apart;
+Found FindBounds(View& view) {
+  const bool isCalculated = view.request.calculation.has_value();
+  const WithoutNoise values(ValuesToClassify(view), isCalculated,
+                            view.data.GetVarDecs(view.data.GetSelected()));
+  Found found = FindIn(view, values.Values());
+  std::vector<double>& lower = found.bounds.lower;
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [&](double bound) { return values.BoundFor(bound); });
+  return found;
 }
 
 void SetColors(View& view, std::span<const std::uint32_t> colors) {
@@ -149,38 +151,58 @@ void ChooseColors(View& view, std::size_t firstAbove) {
   }
 }
 
-void ClassifyByEngine(View& view) {
-  CLegend& legend = view.legend;
-  legend.intervalType = IntervalTypeOf(view.grouping.intervals);
-  for (std::size_t i = 0; i < view.request.bounds.size(); ++i) {
-    legend.groups[i].lower = view.request.bounds[i];
-  }
+// Gathers the values on show, with the engine's own bounds for the time being.
+void Gather(View& view) {
+  view.legend.intervalType = IntervalTypeOf(view.grouping.intervals);
   ChooseColors(view, 0);
-  legend.UpdateData(&view.map, &view.data);
+  view.legend.UpdateData(&view.map, &view.data);
 }
 
-void ClassifyByBounds(View& view) {
+// Gives the bounds to the engine, which finds counts, texts and colours for them.
+void Apply(View& view, const ShownBounds& shown, std::size_t firstAbove) {
   CLegend& legend = view.legend;
-  const auto [bounds, firstAbove] = FindBounds(view);
-  if (bounds.lower.empty()) {  // no value at all
-    ClassifyByEngine(view);
-    return;
-  }
-  if (!bounds.note.empty()) view.notes.push_back(bounds.note);
-  legend.numGroups = static_cast<int>(bounds.lower.size());
+  legend.numGroups = static_cast<int>(shown.lower.size());
+  legend.intervalType = CLegend::hostBounds;
+  legend.decimals = shown.decimals;
+  for (std::size_t i = 0; i < shown.lower.size(); ++i) legend.groups[i].lower = shown.lower[i];
+  // The upper end of a group that is alone is the host's to say.
+  if (legend.numGroups == 1) Group(legend, 0).upper = legend.values[legend.lastIndex];
   ChooseColors(view, firstAbove);
-  const auto setBounds = [&, &lower = bounds.lower] {
-    legend.intervalType = CLegend::hostBounds;
-    for (std::size_t i = 0; i < lower.size(); ++i) legend.groups[i].lower = lower[i];
-  };
-  setBounds();
-  legend.UpdateData(&view.map, &view.data);
-  const int decimals = DecimalsFor(bounds.lower, legend.decimals);
-  if (decimals == legend.decimals) return;
-  legend.decimals = decimals;
-  setBounds();
   legend.UpdateLegend();
   legend.UpdateColors(view.map.GetDrawRoot(), &view.data, view.map.GetDrawLevel());
+}
+
+bool HasValues(const CLegend& legend) { return legend.numMissing <= legend.lastIndex; }
+
+// A group for exactly 0 reaches no further.
+void CloseZeroGroup(CLegend& legend) {
+  const auto* last = legend.groups.begin() + legend.numGroups;
+  auto* zero = std::find_if(legend.groups.begin(), legend.groups.begin() + legend.numGroups,
+                            [](const LegendGroup& group) { return group.lower == 0.0; });
+  if (zero == last || zero->count == 0) return;
+  zero->upper = zero->lower;
+  zero->upperText = zero->lowerText;
+  zero->rangeLabel = zero->lowerText;
+}
+
+void ClassifyByOwnBounds(View& view) {
+  Gather(view);
+  if (!HasValues(view.legend)) return;
+  Apply(view, WithDecimals(view.request.bounds, view.legend.decimals), 0);
+}
+
+void ClassifyByMethod(View& view) {
+  const auto [bounds, firstAbove] = FindBounds(view);
+  Gather(view);
+  if (!bounds.note.empty()) view.notes.push_back(bounds.note);
+  if (bounds.lower.empty()) return;  // no value at all
+  const int decimals = view.legend.decimals;
+  const double fixed = view.request.midpoint.value_or(0.0);
+  Apply(view,
+        view.request.calculation ? WithDecimals(bounds.lower, decimals)
+                                 : MovedToDecimals(bounds.lower, decimals, fixed),
+        firstAbove);
+  if (view.request.zeroApart) CloseZeroGroup(view.legend);
 }
 
 std::string RangeOf(const View& view, int index) {
@@ -219,31 +241,68 @@ void NameGroups(View& view) {
   name(missing, std::string(missing.groupName.View()));
 }
 
-void NoteSurprises(View& view, const std::vector<double>& wanted) {
+void NoteEmptyGroups(View& view) {
   const CLegend& legend = view.legend;
-  const int values = legend.lastIndex - legend.numMissing + 1;
-  if (values == 0) {
-    view.notes.push_back("no area on show has a value: all are drawn as \"" +
-                         std::string(legend.noDataText.View()) + '"');
-    return;
-  }
-  const auto first = legend.groups.begin();
-  const auto empty = std::count_if(first, first + legend.numGroups,
-                                   [](const auto& each) { return each.count == 0; });
-  if (empty > 0) {
-    view.notes.push_back(std::to_string(empty) + " of " + std::to_string(legend.numGroups) +
-                         (empty == 1 ? " groups holds no area" : " groups hold no area"));
-  }
+  const auto groups = legend.GetGroups();
+  const auto empty = std::count_if(groups.begin(), groups.end(),
+                                   [](const LegendGroup& group) { return group.count == 0; });
+  if (empty == 0) return;
+  view.notes.push_back(std::to_string(empty) + " of " + std::to_string(legend.numGroups) +
+                       (empty == 1 ? " groups holds no area" : " groups hold no area"));
+}
+
+void NoteMovedBounds(View& view) {
+  const std::vector<double>& wanted = view.request.bounds;
   for (std::size_t i = 1; i < wanted.size(); ++i) {
-    if (legend.groups[i].lower == wanted[i]) continue;
-    view.notes.push_back("the bound " + NumberText(wanted[i]) + " has become " +
-                         NumberText(legend.groups[i].lower) +
+    const double lower = view.legend.groups[i].lower;
+    if (lower == wanted[i]) continue;
+    view.notes.push_back("the bound " + NumberText(wanted[i]) + " has become " + NumberText(lower) +
                          ": bounds lie at least one unit of the last decimal apart");
   }
+}
+
+// Where bounds have more digits than the legend shows, what it says may not be what the colours
+// say.
+void NoteRoundedRanges(View& view) {
+  const CLegend& legend = view.legend;
+  const auto groups = legend.GetGroups();
+  const auto shown = [&](double number) { return Rounded(number, legend.decimals); };
+  const auto seemsElsewhere = [&](const CMapOb* area) {
+    const std::optional<double> value = ValueOf(view, *area);
+    const std::optional<int> group = value ? legend.GroupOf(*value) : std::nullopt;
+    if (!group) return false;
+    const auto slot = static_cast<std::size_t>(*group);
+    return shown(*value) < shown(groups[slot].lower) ||
+           (slot + 1 < groups.size() && shown(*value) >= shown(groups[slot + 1].lower));
+  };
+  const auto strays = std::count_if(view.areas.begin(), view.areas.end(), seemsElsewhere);
+  if (strays > 0) {
+    view.notes.push_back("rounded as the legend shows them, the values of " +
+                         std::to_string(strays) + (strays == 1 ? " area seems" : " areas seem") +
+                         " to belong to a neighbouring group");
+  }
+  if (std::any_of(groups.begin(), groups.end(), [&](const LegendGroup& group) {
+        return shown(group.upper) < shown(group.lower);
+      })) {
+    view.notes.push_back(
+        "a range of the legend runs backwards: its bounds are closer together than"
+        " the decimals of the variable show");
+  }
+}
+
+void NoteSurprises(View& view) {
+  if (!HasValues(view.legend)) {
+    view.notes.push_back("no area on show has a value: all are drawn as \"" +
+                         std::string(view.legend.noDataText.View()) + '"');
+    return;
+  }
+  NoteEmptyGroups(view);
+  NoteMovedBounds(view);
+  NoteRoundedRanges(view);
   const std::size_t names = view.request.groupNames.size();
-  if (names > static_cast<std::size_t>(legend.numGroups)) {
-    view.notes.push_back(std::to_string(names) + " names for " + std::to_string(legend.numGroups) +
-                         " groups: the last are left out");
+  if (names > static_cast<std::size_t>(view.legend.numGroups)) {
+    view.notes.push_back(std::to_string(names) + " names for " +
+                         std::to_string(view.legend.numGroups) + " groups: the last are left out");
   }
 }
 
@@ -254,13 +313,15 @@ void Classify(View& view) {
   legend.numGroups = view.grouping.groups;
   legend.intervalType = CLegend::equalCounts;
   if (view.request.calculation) view.data.PerformCalc();
-  if (IsEngineWay(view)) {
-    ClassifyByEngine(view);
+  if (view.grouping.intervals == kOwnBounds) {
+    ClassifyByOwnBounds(view);
+  } else if (IsEngineWay(view)) {
+    Gather(view);
   } else {
-    ClassifyByBounds(view);
+    ClassifyByMethod(view);
   }
   NameGroups(view);
-  NoteSurprises(view, view.request.bounds);
+  NoteSurprises(view);
 }
 
 }  // namespace vexel

@@ -141,7 +141,13 @@ int ColumnOf(const CVELAData& data, const std::string& option, std::string_view 
   std::vector<CVELAString> storage;
   const std::vector<std::string_view> names = VariableNames(data, storage);
   const auto exact = std::find(names.begin(), names.end(), text);
-  if (exact != names.end()) return static_cast<int>(exact - names.begin());
+  if (exact != names.end()) {
+    if (std::find(exact + 1, names.end(), text) == names.end()) {
+      return static_cast<int>(exact - names.begin());
+    }
+    throw WrongRequest(option + ": there are several variables " + Quoted(text) +
+                       "; give the number of one");
+  }
 
   const auto same = [=](std::string_view name) { return EqualNoCase(name, text); };
   const auto close = std::find_if(names.begin(), names.end(), same);

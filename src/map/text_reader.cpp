@@ -53,12 +53,18 @@ bool IsBeyondDegrees(const tagVELAPOINTF& point) {
   return std::abs(point.x) > kHalfTurn || std::abs(point.y) > kQuarterTurn;
 }
 
-// A ring may say its first point again at its end.
+// Different points of a ring, as far as 3.
 int CountDifferent(std::span<const tagVELAPOINTF> ring) {
-  const auto count = static_cast<int>(ring.size());
-  const bool closes =
-      count > 1 && ring.front().x == ring.back().x && ring.front().y == ring.back().y;
-  return closes ? count - 1 : count;
+  const auto isAt = [](const tagVELAPOINTF& a) {
+    return [=](const tagVELAPOINTF& b) { return a.x == b.x && a.y == b.y; };
+  };
+  if (ring.empty()) return 0;
+  const auto second = std::find_if_not(ring.begin() + 1, ring.end(), isAt(ring.front()));
+  if (second == ring.end()) return 1;
+  const auto isThird = [&](const tagVELAPOINTF& point) {
+    return !isAt(ring.front())(point) && !isAt(*second)(point);
+  };
+  return std::any_of(second + 1, ring.end(), isThird) ? 3 : 2;
 }
 
 std::string Pair(double a, const char* between, double b) {

@@ -53,6 +53,7 @@ class CliRefusal : public Cli, public testing::WithParamInterface<Refusal> {
     folder.Write("wide.mdf", std::string("\xFF\xFE[\0M\0", 6));
     folder.Write("shapes.json", "{\"type\": \"FeatureCollection\", \"features\": []}");
     folder.Write("book.mdf", "PK\x03\x04 and so on");
+    folder.Write("good.json", "{\"data\": \"land.mdf\", \"level\": 2}");
     folder.Write("wrong.json", "{\"data\": \"land.mdf\",\n \"grups\": 3}");
     folder.Write("long.mdf", DataFor("land", "1\t1\t~\t1\t2\t3\n"));
   }
@@ -117,6 +118,10 @@ const Refusal kFiles[] = {
     {"render shapes.json", 1, "shapes.json|GeoJSON"},
     {"render book.mdf", 1, "book.mdf|spreadsheet"},
     {"render --view wrong.json", 1, "wrong.json:2|grups|mean groups"},
+    {"render land.mdf -o ./land.mdf", 2, "land.mdf|made from"},
+    {"render land.mdf -o page.gif --report land.map", 2, "land.map|made from"},
+    {"render --view good.json -o page.gif --html good.json", 2, "good.json|made from"},
+    {"convert land.mdf -o land.map", 2, "land.map|place of the map"},
     {"render land.mdf --map land.mdf", 1, "land.mdf|data file"},
     {"render folder", 1, "folder"},
     {"render empty.mdf", 1, "empty.mdf|empty"},
@@ -232,6 +237,8 @@ TEST_F(Cli, MakesTheSamePageFromAKeptView) {
   const Json report = Json::parse(folder.Read("c.json"));
   EXPECT_EQ(report["request"]["groups"], 3) << "options count for more than a file";
   EXPECT_EQ(report["request"]["palette"], "Viridis");
+  EXPECT_EQ(Call("locate --view view.json 400,300").out,
+            Call("locate " + options + " 400,300").out);
 }
 
 TEST_F(Cli, HelpsOnEveryCommand) {

@@ -166,40 +166,36 @@ TEST(Classes, OfSmallCasesWorkedOutByHand) {
                 {1, 1, 1, 1, 1, 1, 2, 3},
                 4,
                 {1, 2},
-                "2 classes instead of 4: there are only 3 different values"},
+                "2 groups instead of 4: there are only 3 different values"},
            Case{"counts", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, 3, {1, 4, 7}},
            Case{"widths", {0, 10}, 4, {0, 2.5, 5, 7.5}},
            Case{"widths", {-kMost, kMost}, 2, {-kMost, 0}},
            Case{"widths", {-kMost, kMost}, 1, {-kMost}},
-           Case{"natural", {5, 5, 5}, 3, {5}, "1 class instead of 3: all values are equal"},
-           Case{"natural", {}, 3, {}, "0 classes instead of 3: there are no values"},
+           Case{"natural", {5, 5, 5}, 3, {5}, "1 group instead of 3: all values are equal"},
+           Case{"natural", {}, 3, {}, "0 groups instead of 3: there are no values"},
            Case{"natural", {-0.0, 0.0, 1}, 2, {0, 1}},
            // Mean 5, deviation 2.
            Case{"deviation", {2, 4, 4, 4, 5, 5, 7, 9}, 2, {2, 5}},
            Case{"deviation", {2, 4, 4, 4, 5, 5, 7, 9}, 3, {2, 4, 6}},
            Case{"deviation", {2, 4, 4, 4, 5, 5, 7, 9}, 4, {1, 3, 5, 7}},
-           Case{"deviation",
-                {2, 4, 4, 4, 5, 5, 7, 9},
-                7,
-                {-2, 0, 2, 4, 6, 8, 10},
-                "3 of the 7 classes without a value"},
+           Case{"deviation", {2, 4, 4, 4, 5, 5, 7, 9}, 7, {-2, 0, 2, 4, 6, 8, 10}, ""},
            // 1 of 2 values is above the mean, then 2 of 5; 2 of 10 and 1 of 2.
            Case{"head-tail",
                 {1, 2},
                 5,
                 {1, 2},
-                "2 classes instead of 5: there are only 2 different values"},
+                "2 groups instead of 5: there are only 2 different values"},
            Case{"head-tail", {1, 1, 1, 4, 5}, 3, {1, 4, 5}},
            Case{"head-tail",
                 {1, 1, 1, 1, 1, 1, 1, 2, 30, 50},
                 7,
                 {1, 30, 50},
-                "3 classes instead of 7: there are only 4 different values"},
+                "3 groups instead of 7: there are only 4 different values"},
            Case{"head-tail",
                 {1, 2, 3, 4, 5, 6, 7, 8, 9, 10},
                 3,
                 {1, 6},
-                "2 classes instead of 3: above the last bound there are no longer many small and "
+                "2 groups instead of 3: above the last bound there are no longer many small and "
                 "few "
                 "large values"},
            // The mean of neighbours rounds to the upper one.
@@ -213,12 +209,12 @@ TEST(Classes, OfSmallCasesWorkedOutByHand) {
                 {-12, 60, 97},
                 7,
                 {-20, 0, 20, 40, 60, 80},
-                "6 classes instead of 7: the bounds are 20 apart"},
+                "6 groups instead of 7: the bounds are 20 apart"},
            Case{"round",
                 {0, 5, 12},
                 6,
                 {0, 2.5, 5, 7.5, 10},
-                "5 classes instead of 6: the bounds are 2.5 apart"},
+                "5 groups instead of 6: the bounds are 2.5 apart"},
            Case{"round", {-kMost, 0, kMost}, 4, {-kMost, -1e308, 0, 1e308}},
        }) {
     const ClassMethod* method = FindClassMethod(c.method);
@@ -302,10 +298,10 @@ TEST(ClassesWithZeroApart, GiveItAClassOfItsOwn) {
            // One value below cannot use two classes.
            Case{{-1, -1, -1, -1, 0, 1, 2, 3}, 5, {-1, 0, 1, 2, 3}},
            Case{{-4, -3, -2, -1, 0, 1, 1, 1, 1}, 5, {-4, -3, -2, 0, 1}},
-           Case{{-1, 0, 1}, 1, {-1, 0, 1}, "3 classes instead of 1"},
+           Case{{-1, 0, 1}, 1, {-1, 0, 1}, "3 groups instead of 1"},
            Case{{-2, -1, 0}, 3, {-2, -1, 0}},
-           Case{{1, 2, 3}, 3, {1, 2, 3}, "no class for 0: no value is 0"},
-           Case{{0, 0}, 2, {0}, "1 class instead of 2: all values are equal"},
+           Case{{1, 2, 3}, 3, {1, 2, 3}, "no group for 0: no value is 0"},
+           Case{{0, 0}, 2, {0}, "1 group instead of 2: all values are equal"},
        }) {
     const ClassBounds bounds = ClassesWithZeroApart(c.values, c.count, EqualCountClasses);
     EXPECT_EQ(bounds.lower, c.lower) << testing::PrintToString(c.values);
@@ -331,10 +327,10 @@ TEST(ClassesAroundMidpoint, TellWhereItFalls) {
   for (const Case& c : {
            Case{{1, 2, 3, 4, 5, 6, 7, 8}, 4, 5, {1, 3, 5, 7}, 2},
            Case{{1, 2, 3, 4, 5, 6, 7, 8}, 4, 6.5, {1, 3, 5, 6.5}, 3},
-           Case{{1, 2, 3, 4}, 1, 2, {1, 2}, 1, "2 classes instead of 1"},
+           Case{{1, 2, 3, 4}, 1, 2, {1, 2}, 1, "2 groups instead of 1"},
            Case{{1, 2, 3, 4}, 2, 0, {0, 3}, 0, "midpoint: no value is below it"},
            Case{{1, 2, 3, 4}, 2, 9, {1, 3}, 2, "midpoint: all values are below it"},
-           Case{{}, 2, 9, {}, 0, "0 classes instead of 2: there are no values"},
+           Case{{}, 2, 9, {}, 0, "0 groups instead of 2: there are no values"},
        }) {
     const MidpointClasses found =
         ClassesAroundMidpoint(c.values, c.count, c.midpoint, EqualCountClasses);

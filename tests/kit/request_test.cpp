@@ -50,10 +50,10 @@ const std::pair<const char*, const char*> kSaid[] = {
     {"same-bounds", "Births,3"},
     {"zero-apart", "1"},
     {"midpoint", "-0.5"},
+    {"palette", "YlGnBu"},
     {"colors", "#fee,#CC0000,#102030"},
     {"legend-counts", "1"},
     {"open-ends", "1"},
-    {"palette", "YlGnBu"},
     {"reverse", "1"},
     {"group-names", "low,1.50,3,high"},
     {"size", "640x480"},
@@ -115,10 +115,10 @@ TEST(Request, PassesOverWhatIsWrongInAQueryAndSaysSo) {
             &problems);
   EXPECT_EQ(QueryText(request), "level=2");
   ASSERT_EQ(problems.size(), 5U);
-  EXPECT_EQ(problems[0], "unknown parameter \"gruops\"; did you mean groups?");
-  EXPECT_EQ(problems[1], "groups: \"9\" is not a whole number from 1 to 7");
-  EXPECT_TRUE(problems[2].ends_with("did you mean ratio?")) << problems[2];
-  EXPECT_TRUE(problems[3].starts_with("map: ")) << problems[3];
+  EXPECT_TRUE(problems[0].starts_with("map: ")) << problems[0];
+  EXPECT_TRUE(problems[1].ends_with("did you mean ratio?")) << problems[1];
+  EXPECT_EQ(problems[2], "groups: \"9\" is not a whole number from 1 to 7");
+  EXPECT_EQ(problems[4], "unknown parameter \"gruops\"; did you mean groups?");
   EXPECT_TRUE(ErrorOf([] { FromQuery("bounds=2,1"); }).starts_with("?bounds: \"2,1\""));
 }
 
@@ -146,6 +146,18 @@ TEST(Request, TellsThePlaceInJson) {
   }
   // Depth costs nothing.
   EXPECT_TRUE(ErrorOf([] { FromJson(std::string(1'000'000, '[')); }).starts_with("view.json:1: "));
+}
+
+// In whatever order they come in one text; and what comes later takes the place of what it
+// excludes.
+TEST(Request, SetsParametersInTheOrderOfTheTable) {
+  EXPECT_EQ(QueryText(FromQuery("bounds=1,2&intervals=bounds")), "bounds=1,2");
+  EXPECT_EQ(QueryText(FromQuery("colors=%23fff&palette=Reds")), "palette=Reds&colors=%23FFFFFF");
+  EXPECT_EQ(QueryText(FromJson("{\"colors\": [\"#fff\"], \"palette\": \"Reds\"}")),
+            "palette=Reds&colors=%23FFFFFF");
+  Request kept = FromQuery("bounds=1,2&colors=%23fff,%23000");
+  ReadQuery(kept, "palette=Reds&intervals=natural");
+  EXPECT_EQ(QueryText(kept), "intervals=natural&palette=Reds");
 }
 
 TEST(Request, RefusesWhatDoesNotGoTogether) {

@@ -90,7 +90,8 @@ TEST_F(ViewTest, FindsBoundsInEveryWay) {
       {"groups=3&intervals=round", {1, 50, 100}, "1 of 3 groups holds no area"},
       {"groups=4&intervals=natural&midpoint=11", {1, 10, 11, 100}, ""},
       {"bounds=0,50,200", {1, 50, 200}, "1 of 3 groups holds no area"},
-      {"bounds=0,50,50.5", {1, 50, 51}, "50.5 has become 51"},
+      {"bounds=0,50,50.5", {1, 50, 50.5}, "1 of 3 groups holds no area"},
+      {"bounds=0,50,50.000001", {1, 50, 51}, "50.000001 has become 51"},
   };
   for (const Case& each : cases) {
     const View view(Asked(each.query));
@@ -121,10 +122,50 @@ TEST_F(ViewTest, ShowsBoundsWithTheDecimalsThatTellThemApart) {
   Write({"1", "1", "2", "2", "3", "4"});
   const View view(Asked("groups=4&intervals=logarithm"));
   EXPECT_EQ(view.legend.decimals, 1);
-  EXPECT_EQ(view.legend.groups[1].lowerText, "1.4");
+  EXPECT_EQ(view.legend.groups[1].lowerText, "1.5");  // that of 1.41, moved to what is shown
   EXPECT_EQ(view.data.GetVarDecs(0), 0) << "values keep theirs";
-  const View rounded(Asked("groups=5&intervals=round&open-ends=1"));
-  EXPECT_EQ(NamesOf(rounded).back().find("and more") == std::string::npos, false);
+}
+
+// The ranges say of each value what its colour says.
+TEST_F(ViewTest, LetsRangesHoldTheValuesOfTheirGroups) {
+  Write({"3;0.1;0.3", "4;0.2;0.4", "7;0.4;0.5", "7;0.3;0.2", "8;0.9;0.1", "20;0.5;0.5", "1;7;5"},
+        3);
+  const auto firstGroups = [](const View& view, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+      text += std::string(view.legend.groups[static_cast<std::size_t>(i)].rangeLabel.View()) + '|';
+    }
+    return text;
+  };
+  // The mean is 7.14: no area with 7 may stand in a group that begins at "7".
+  const View deviation(Asked("groups=2&intervals=deviation"));
+  EXPECT_EQ(firstGroups(deviation, 2), "1 to 7|8 to 20|");
+  EXPECT_EQ(deviation.legend.groups[0].count, 5);
+  EXPECT_EQ(firstGroups(View(Asked("bounds=1,2.5")), 2), "1.0 to 2.4|2.5 to 20.0|");
+  EXPECT_EQ(firstGroups(View(Asked("groups=1&intervals=natural")), 1), "1 to 20|");
+  EXPECT_EQ(firstGroups(View(Asked("bounds=0")), 1), "1 to 20|");
+  // What differs by the noise of a calculation is one value.
+  const View noise(Asked("var=3&var2=2&calc=difference&groups=7&midpoint=0.1&intervals=natural"));
+  EXPECT_LE(noise.legend.decimals, 2);
+  EXPECT_EQ(Told(noise).find("runs backwards"), std::string::npos) << Told(noise);
+  // The engine's own ways may say otherwise, and that is told.
+  EXPECT_NE(Told(View(Asked("groups=5&intervals=widths&var=2"))), "");
+}
+
+TEST_F(ViewTest, GivesZeroARangeOfItsOwn) {
+  Write({"-5", "-1", "0", "0", "2", "8", "11"});
+  const View view(Asked("groups=4&zero-apart=1&open-ends=1&legend-counts=1"));
+  const auto names = NamesOf(view);
+  EXPECT_NE(std::find(names.begin(), names.end(), "0 (2)"), names.end());
+}
+
+TEST_F(ViewTest, AsksForANumberWhereNamesAreNot) {
+  Write({"1;2", "3;4"}, 2);
+  std::string data = folder.Read("row.mdf");
+  data.replace(data.find("\ta\tb"), 4, "\ta\ta");
+  folder.Write("row.mdf", data);
+  EXPECT_THROW(View(Asked("var=a")), Error);
+  EXPECT_EQ(View(Asked("var=2")).data.GetVar1Selected(), 1);
 }
 
 TEST_F(ViewTest, KeepsWhatFewValuesCannotFill) {
