@@ -58,12 +58,17 @@ std::string_view CutToken(std::string_view& text, IsDelimiter isDelimiter) noexc
   return {first, static_cast<std::size_t>(last - first)};
 }
 
-// The digits with a separator between groups of three, counted from the right.
-void AppendGrouped(std::string& text, std::string_view digits, char separator) {
+// The longest double has 309 digits before the point.
+constexpr std::size_t kMostWholeDigits = 309;
+
+// Writes the digits with a separator between groups of three, counted from the right, and gives the
+// place behind them.
+char* WriteGrouped(char* to, std::string_view digits, char separator) {
   for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (i > 0 && separator != 0 && (digits.size() - i) % 3 == 0) text += separator;
-    text += digits[i];
+    if (i > 0 && separator != 0 && (digits.size() - i) % 3 == 0) *to++ = separator;
+    *to++ = digits[i];
   }
+  return to;
 }
 
 // The plain decimal of a value, without a sign where every digit is 0. The text is the buffer's.
@@ -114,25 +119,26 @@ int CVELAString::MessageBoxA(int flags) const {
 }
 
 char* d2txt(double value, unsigned decimals, char thousand, char decimal, int /*unused*/) {
-  thread_local std::string text;
-  text.clear();
+  // A text with a destructor would be allocated for at its first use in a thread, and the process
+  // ended where that fails. Sign, point and the zero behind take three characters.
+  thread_local std::array<char, kMostWholeDigits + kMostWholeDigits / 3 + kMostDecimals + 3> text;
+  char* to = text.data();
   if (!std::isfinite(value)) {
-    text = std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf");
-    return text.data();
+    return std::strcpy(to, std::isnan(value) ? "nan" : (value < 0 ? "-inf" : "inf"));
   }
-  // The longest double has 309 digits before the point.
-  std::array<char, kMostDecimals + 320> buffer;
+  std::array<char, kMostWholeDigits + kMostDecimals + 2> buffer;
   std::string_view digits = FixedDecimal(value, std::min(decimals, kMostDecimals), buffer);
   if (digits.starts_with('-')) {
-    text += '-';
+    *to++ = '-';
     digits.remove_prefix(1);
   }
   const std::size_t point = std::min(digits.find('.'), digits.size());
-  AppendGrouped(text, digits.substr(0, point), thousand);
+  to = WriteGrouped(to, digits.substr(0, point), thousand);
   if (point < digits.size()) {
-    if (decimal != 0) text += decimal;
-    text += digits.substr(point + 1);
+    if (decimal != 0) *to++ = decimal;
+    to = std::copy(digits.begin() + point + 1, digits.end(), to);
   }
+  *to = 0;
   return text.data();
 }
 
@@ -236,16 +242,20 @@ NumberReading ReadNumber(std::string_view text, char thousand, char decimal) {
   if (decimal == '.' && text.find(thousand) == std::string_view::npos) {
     reading = ReadNumber(text);
   } else {
-    thread_local std::string plain;
-    plain.clear();
+    // Hardly a cell is longer than this, and only a longer one takes memory.
+    std::array<char, 256> usual;
+    std::string longer;
+    if (text.size() > usual.size()) longer.resize(text.size());
+    char* const plain = longer.empty() ? usual.data() : longer.data();
+    char* to = plain;
     bool isCut = false;
     for (const char c : text) {
       if (c == thousand) continue;
       isCut = c == '.' && decimal != '.';
       if (isCut) break;
-      plain += c == decimal ? '.' : c;
+      *to++ = c == decimal ? '.' : c;
     }
-    reading = ReadNumber(plain);
+    reading = ReadNumber(std::string_view(plain, static_cast<std::size_t>(to - plain)));
     if (reading.fit == NumberFit::whole && isCut) reading.fit = NumberFit::inPart;
     if (reading.fit == NumberFit::whole && !IsGroupedByThree(text, thousand, decimal))
       reading.fit = NumberFit::oddGrouping;

@@ -1,13 +1,18 @@
 #include "platform/object.h"
 
-#include <algorithm>
-#include <vector>
+#include <utility>
 
 namespace {
 
-std::vector<CRuntimeClass*>& Registry() {
-  static std::vector<CRuntimeClass*> records;
-  return records;
+// The library registers its classes before main begins, where nobody could catch an exception.
+constinit CRuntimeClass* firstRegistered = nullptr;
+
+// The link that leads to the first record of which `isIt` is true, or the empty one at the end.
+template <typename IsIt>
+CRuntimeClass** LinkTo(IsIt isIt) {
+  CRuntimeClass** link = &firstRegistered;
+  while (*link != nullptr && !isIt(**link)) link = &(*link)->nextRegistered;
+  return link;
 }
 
 }  // namespace
@@ -25,11 +30,7 @@ bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const {
 }
 
 CRuntimeClass* CRuntimeClass::FromName(std::string_view className) {
-  const auto& records = Registry();
-  const auto found = std::find_if(records.begin(), records.end(), [&](const CRuntimeClass* record) {
-    return record->className == className;
-  });
-  return found == records.end() ? nullptr : *found;
+  return *LinkTo([=](const CRuntimeClass& record) { return record.className == className; });
 }
 
 CObject* CRuntimeClass::CreateObject(std::string_view className) {
@@ -47,8 +48,11 @@ CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
 void CObject::Serialize(CArchive& /*ar*/) {}
 
 void AfxClassInit(CRuntimeClass* record) {
-  auto& records = Registry();
-  if (std::find(records.begin(), records.end(), record) == records.end()) records.push_back(record);
+  CRuntimeClass** const link = LinkTo([=](const CRuntimeClass& other) { return &other == record; });
+  if (*link == nullptr) *link = record;
 }
 
-void AfxClassTerm(CRuntimeClass* record) { std::erase(Registry(), record); }
+void AfxClassTerm(CRuntimeClass* record) {
+  CRuntimeClass** const link = LinkTo([=](const CRuntimeClass& other) { return &other == record; });
+  if (*link != nullptr) *link = std::exchange(record->nextRegistered, nullptr);
+}

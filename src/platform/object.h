@@ -12,11 +12,14 @@ class CArchive;
 class CObject;
 
 // The record of one class. Records have static storage and are there before anything runs; nothing
-// owns them, and nobody changes them.
+// owns them, and nobody but the registry changes them.
 struct VEXEL_API CRuntimeClass {
   const char* className;
   CObject* (*createObject)();        // null for a class that cannot be made by record
   CRuntimeClass* (*getBaseClass)();  // null for CObject itself
+
+  // The record registered after this one. The registry's own, which needs no memory that way.
+  CRuntimeClass* nextRegistered = nullptr;
 
   // A new object of this class, owned by the caller; null when the class cannot be made.
   CObject* CreateObject() const;

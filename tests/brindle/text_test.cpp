@@ -30,6 +30,7 @@ TEST(NumberText, IsTheRoundedDecimalInGroups) {
   }
   EXPECT_EQ(std::string(d2txt(kMax, 0, 0, '.', 1)).size(), 309U);
   EXPECT_EQ(std::string(d2txt(1, 1'000'000, 0, '.', 1)).size(), 1076U);
+  EXPECT_EQ(std::string(d2txt(-kMax, 1'000'000, ',', '.', 1)).size(), 1 + 309 + 102 + 1 + 1074U);
 }
 
 TEST(NumberText, ReadsTheLongestNumberAndNothingElse) {
@@ -69,6 +70,7 @@ TEST(NumberText, HonoursTheSeparatorsOfAFile) {
   EXPECT_EQ(txt2d("1 234.5", ' ', '.'), 1234.5);
   EXPECT_EQ(txt2d("12.5", ' ', ','), 12);
   EXPECT_EQ(txt2d("-1,000", ',', '.'), -1000);
+  EXPECT_EQ(txt2d((std::string(400, '0') + "1.234,5").c_str(), '.', ','), 1234.5);
   EXPECT_LT(txt2d("1e999", ',', '.'), kMax);
   EXPECT_GT(txt2d("-1.7976931348623157e308", ',', '.'), std::numeric_limits<double>::lowest());
 }

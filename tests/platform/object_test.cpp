@@ -28,8 +28,14 @@ TEST(Objects, ARecordStandsOnceAndUntilItIsTakenOut) {
   AfxClassInit(&record);
   EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), &record);
   EXPECT_EQ(CRuntimeClass::CreateObject("COfAHost"), nullptr);
+  static constinit CRuntimeClass later{"CLater", nullptr, &CObject::GetThisClass};
+  AfxClassInit(&later);
   AfxClassTerm(&record);
   EXPECT_EQ(CRuntimeClass::FromName("COfAHost"), nullptr);
+  EXPECT_EQ(CRuntimeClass::FromName("CLater"), &later);
+  AfxClassTerm(&later);
+  AfxClassTerm(&later);
+  EXPECT_EQ(CRuntimeClass::FromName("CLater"), nullptr);
 }
 
 }  // namespace
