@@ -10,8 +10,7 @@ find_package(CLI11 2.1 REQUIRED)
 add_executable(vexel_host ${host_sources})
 set_target_properties(vexel_host PROPERTIES OUTPUT_NAME vexel)
 target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}" "${VEXEL_INCLUDE_DIR}")
-target_link_libraries(vexel_host PRIVATE
-  vexel_options CLI11::CLI11 nlohmann_json::nlohmann_json)
+target_link_libraries(vexel_host PRIVATE vexel_options CLI11::CLI11)
 
 # Shared, gd brings some fifty libraries for formats that no page has; to load them takes longer than
 # to draw one. Its archive brings the dozen functions that are called. (It is not

@@ -7,23 +7,23 @@
 #include <array>
 #include <limits>
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "arguments.h"
 #include "commands.h"
 #include "kit/files/files.h"
 #include "kit/report/summary.h"
 #include "kit/request/error.h"
+#include "kit/request/json_text.h"
 #include "kit/view/load.h"
 #include "kit/view/map_facts.h"
 
 namespace vexel::cli {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-std::string Text(const CString& text) { return std::string(text.View()); }
 
 // The format that the first bytes of a compiled map tell; empty for another file.
 std::string CompiledFormat(const std::string& path) {
@@ -47,12 +47,15 @@ bool IsDataFile(const std::string& path) {
   return false;
 }
 
-// The bound of all vertices in map units: left, top, right, bottom, `top` the largest y.
+// The bound of all vertices in map units, `top` the largest y.
 struct Bounds {
   double left = std::numeric_limits<double>::max();
   double top = std::numeric_limits<double>::lowest();
   double right = std::numeric_limits<double>::lowest();
   double bottom = std::numeric_limits<double>::max();
+
+  bool IsEmpty() const { return left > right; }
+  std::array<double, 4> Sides() const { return {left, top, right, bottom}; }
 
   void Widen(const CMapOb& node) {
     for (int i = 0; i < node.GetNumPolygons(); ++i) {
@@ -80,92 +83,20 @@ std::unique_ptr<CVELAMap> LoadForInfo(const std::string& path, CliHost& host) {
   return map;
 }
 
-Json LevelsJson(const MapFacts& facts) {
-  Json levels = Json::array();
-  for (std::size_t i = 0; i < facts.levelNames.size(); ++i) {
-    levels.push_back({{"name", facts.levelNames[i]}, {"areas", facts.areasOnLevel[i]}});
-  }
-  return levels;
-}
-
-Json MapInfo(const std::string& path, CliHost& host) {
-  const std::string format = CompiledFormat(path);
-  if (!format.empty() && !IsCompiledName(path)) {
-    throw Failed(path, "a compiled map, but known as one only by a name that ends in mpc");
-  }
-  const std::unique_ptr<CVELAMap> map = LoadForInfo(path, host);
-  const MapFacts facts = CountMap(*map);
-  const CRect& bounds = map->GetBoundRect();
-  Json info{{"file", path}, {"kind", format.empty() ? "text map" : "compiled map"}};
-  if (!format.empty()) info["format"] = format;
-  info["name"] = Text(map->GetName());
-  info["longLat"] = map->GetLongLat() != 0;
-  info["levels"] = LevelsJson(facts);
-  info["areas"] = facts.areas;
-  info["polygons"] = facts.polygons;
-  info["holes"] = facts.holes;
-  info["vertices"] = facts.vertices;
-  info["bounds"] = {bounds.left, bounds.top, bounds.right, bounds.bottom};
-  info["mapUnits"] = nullptr;
-  Bounds units;
-  units.Widen(*map);
-  if (units.left <= units.right) {
-    info["mapUnits"] = {units.left, units.top, units.right, units.bottom};
-  }
-  return info;
-}
-
-Json VariablesJson(const CVELAData& data) {
-  Json variables = Json::array();
-  for (int column = 0; column < data.GetNumVars(); ++column) {
-    int missing = 0;
-    for (int row = 0; row < data.GetNumAreas(); ++row) {
-      if (data.GetAreaData(row).GetValue(column) == NO_DATA_VALUE) ++missing;
-    }
-    variables.push_back({{"number", column + 1},
-                         {"name", Text(data.GetVarName(column))},
-                         {"decimals", data.GetVarDecs(column)},
-                         {"missing", missing}});
-  }
-  return variables;
-}
-
-Json LostRowsJson(const CliHost& host) {
-  Json rows = Json::array();
-  for (const LostRow& row : host.GetLostRows()) {
-    rows.push_back({{"codes", row.codes}, {"name", row.name}});
-  }
-  return rows;
-}
-
-Json DataInfo(const std::string& path, CliHost& host) {
-  CVELAMap map;
-  CVELAData data;
-  map.data = &data;
-  data.map = &map;
-  LoadData(data, path, "", host);
-  Json levels = Json::array();
-  for (int i = 1; i <= data.GetNumDataLevels(); ++i) levels.push_back(Text(map.GetLevelName(i)));
-  const std::string mapFile = Text(map.GetFileStatus().fullName);
-  Json info{{"file", path}, {"kind", "data file"}};
-  info["map"] = mapFile.empty() ? Json(nullptr) : Json(mapFile);
-  info["label"] = Text(data.GetMapLabel());
-  info["levels"] = levels;
-  info["variables"] = VariablesJson(data);
-  info["rows"] = data.GetNumAreas();
-  info["rowsWithoutArea"] = LostRowsJson(host);
-  return info;
-}
+// Whole coordinates of the working space, and those of map units with a point at least.
+std::string CoordinateText(int number) { return std::to_string(number); }
+std::string CoordinateText(double number) { return JsonNumber(number); }
 
 // A count with its noun.
-std::string Counted(const Json& count, const std::string& noun) {
-  return count.dump() + ' ' + noun + (count == 1 ? "" : "s");
+std::string Counted(int count, const std::string& noun) {
+  return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
 // The four sides of a bound as two corners.
-std::string Corners(const Json& sides) {
-  return sides[0].dump() + ", " + sides[1].dump() + " to " + sides[2].dump() + ", " +
-         sides[3].dump();
+template <typename Number>
+std::string Corners(const std::array<Number, 4>& sides) {
+  return CoordinateText(sides[0]) + ", " + CoordinateText(sides[1]) + " to " +
+         CoordinateText(sides[2]) + ", " + CoordinateText(sides[3]);
 }
 
 using Facts = std::vector<std::pair<std::string, std::string>>;
@@ -180,45 +111,211 @@ std::string FactsText(const Facts& facts) {
   return text;
 }
 
-std::string MapText(const Json& info) {
-  Facts facts{{"file", info["file"]}, {"kind", info["kind"]}};
-  if (info.contains("format")) facts.emplace_back("format", info["format"]);
-  facts.emplace_back("name", info["name"]);
-  facts.emplace_back("coordinates", info["longLat"] == true ? "longitude and latitude" : "plane");
-  facts.emplace_back("areas", info["areas"].dump());
-  for (const Json& level : info["levels"]) {
-    facts.emplace_back("  " + level["name"].get<std::string>(), level["areas"].dump());
+struct MapInfo {
+  std::string file;
+  std::string format;  // empty for a text map
+  std::string name;
+  bool longLat = false;
+  MapFacts facts;
+  std::array<int, 4> bounds{};
+  Bounds mapUnits;
+
+  const char* Kind() const { return format.empty() ? "text map" : "compiled map"; }
+};
+
+MapInfo ReadMapInfo(const std::string& path, CliHost& host) {
+  const std::string format = CompiledFormat(path);
+  if (!format.empty() && !IsCompiledName(path)) {
+    throw Failed(path, "a compiled map, but known as one only by a name that ends in mpc");
   }
-  facts.emplace_back("polygons",
-                     info["polygons"].dump() + ", of them " + Counted(info["holes"], "hole"));
-  facts.emplace_back("vertices", info["vertices"].dump());
-  facts.emplace_back("bounds", Corners(info["bounds"]) + " in the working space");
-  facts.emplace_back("", info["mapUnits"].is_null() ? "no map units in the file"
-                                                    : Corners(info["mapUnits"]) + " in map units");
+  const std::unique_ptr<CVELAMap> map = LoadForInfo(path, host);
+  const CRect& bounds = map->GetBoundRect();
+  MapInfo info{.file = path,
+               .format = format,
+               .name = std::string(map->GetName().View()),
+               .longLat = map->GetLongLat() != 0,
+               .facts = CountMap(*map),
+               .bounds = {bounds.left, bounds.top, bounds.right, bounds.bottom},
+               .mapUnits = {}};
+  info.mapUnits.Widen(*map);
+  return info;
+}
+
+std::string MapJson(const MapInfo& info) {
+  JsonWriter json;
+  json.BeginObject();
+  json.Member("file", info.file);
+  json.Member("kind", info.Kind());
+  if (!info.format.empty()) json.Member("format", info.format);
+  json.Member("name", info.name);
+  json.Member("longLat", info.longLat);
+  json.Name("levels");
+  json.BeginArray();
+  for (std::size_t i = 0; i < info.facts.levelNames.size(); ++i) {
+    json.BeginObject();
+    json.Member("name", info.facts.levelNames[i]);
+    json.Member("areas", info.facts.areasOnLevel[i]);
+    json.EndObject();
+  }
+  json.EndArray();
+  json.Member("areas", info.facts.areas);
+  json.Member("polygons", info.facts.polygons);
+  json.Member("holes", info.facts.holes);
+  json.Member("vertices", info.facts.vertices);
+  json.Member("bounds", info.bounds);
+  json.Name("mapUnits");
+  if (info.mapUnits.IsEmpty()) {
+    json.Value(nullptr);
+  } else {
+    json.Value(info.mapUnits.Sides());
+  }
+  json.EndObject();
+  return std::move(json).Take() + '\n';
+}
+
+std::string MapText(const MapInfo& info) {
+  Facts facts{{"file", info.file}, {"kind", info.Kind()}};
+  if (!info.format.empty()) facts.emplace_back("format", info.format);
+  facts.emplace_back("name", info.name);
+  facts.emplace_back("coordinates", info.longLat ? "longitude and latitude" : "plane");
+  facts.emplace_back("areas", std::to_string(info.facts.areas));
+  for (std::size_t i = 0; i < info.facts.levelNames.size(); ++i) {
+    facts.emplace_back("  " + info.facts.levelNames[i], std::to_string(info.facts.areasOnLevel[i]));
+  }
+  facts.emplace_back("polygons", std::to_string(info.facts.polygons) + ", of them " +
+                                     Counted(info.facts.holes, "hole"));
+  facts.emplace_back("vertices", std::to_string(info.facts.vertices));
+  facts.emplace_back("bounds", Corners(info.bounds) + " in the working space");
+  facts.emplace_back("", info.mapUnits.IsEmpty()
+                             ? "no map units in the file"
+                             : Corners(info.mapUnits.Sides()) + " in map units");
   return FactsText(facts);
 }
 
-std::string DataText(const Json& info, const CliHost& host) {
-  std::string levels;
-  for (const Json& level : info["levels"]) {
-    levels += (levels.empty() ? "" : ", ") + level.get<std::string>();
+struct VariableInfo {
+  std::string name;
+  int decimals = 0;
+  int missing = 0;
+};
+
+struct DataInfo {
+  std::string file;
+  std::string map;  // empty when there is none
+  std::string label;
+  std::vector<std::string> levels;
+  std::vector<VariableInfo> variables;
+  int rows = 0;
+  std::vector<LostRow> lostRows;
+};
+
+std::vector<VariableInfo> ReadVariables(const CVELAData& data) {
+  std::vector<VariableInfo> variables;
+  for (int column = 0; column < data.GetNumVars(); ++column) {
+    VariableInfo& variable = variables.emplace_back();
+    variable.name = data.GetVarName(column).View();
+    variable.decimals = data.GetVarDecs(column);
+    for (int row = 0; row < data.GetNumAreas(); ++row) {
+      if (data.GetAreaData(row).GetValue(column) == NO_DATA_VALUE) ++variable.missing;
+    }
   }
-  std::string text = FactsText({{"file", info["file"]},
-                                {"kind", info["kind"]},
-                                {"map", info["map"].is_null() ? "none" : info["map"]},
-                                {"label", info["label"]},
+  return variables;
+}
+
+DataInfo ReadDataInfo(const std::string& path, CliHost& host) {
+  CVELAMap map;
+  CVELAData data;
+  map.data = &data;
+  data.map = &map;
+  LoadData(data, path, "", host);
+  DataInfo info;
+  info.file = path;
+  info.map = map.GetFileStatus().fullName.View();
+  info.label = data.GetMapLabel().View();
+  for (int i = 1; i <= data.GetNumDataLevels(); ++i) {
+    info.levels.emplace_back(map.GetLevelName(i).View());
+  }
+  info.variables = ReadVariables(data);
+  info.rows = data.GetNumAreas();
+  info.lostRows = host.GetLostRows();
+  return info;
+}
+
+void WriteVariables(JsonWriter& json, const std::vector<VariableInfo>& variables) {
+  json.Name("variables");
+  json.BeginArray();
+  int number = 0;
+  for (const VariableInfo& variable : variables) {
+    json.BeginObject();
+    json.Member("number", ++number);
+    json.Member("name", variable.name);
+    json.Member("decimals", variable.decimals);
+    json.Member("missing", variable.missing);
+    json.EndObject();
+  }
+  json.EndArray();
+}
+
+void WriteLostRows(JsonWriter& json, const std::vector<LostRow>& rows) {
+  json.Name("rowsWithoutArea");
+  json.BeginArray();
+  for (const LostRow& row : rows) {
+    json.BeginObject();
+    json.Member("codes", row.codes);
+    json.Member("name", row.name);
+    json.EndObject();
+  }
+  json.EndArray();
+}
+
+std::string DataJson(const DataInfo& info) {
+  JsonWriter json;
+  json.BeginObject();
+  json.Member("file", info.file);
+  json.Member("kind", "data file");
+  if (info.map.empty()) {
+    json.Member("map", nullptr);
+  } else {
+    json.Member("map", info.map);
+  }
+  json.Member("label", info.label);
+  json.Member("levels", info.levels);
+  WriteVariables(json, info.variables);
+  json.Member("rows", info.rows);
+  WriteLostRows(json, info.lostRows);
+  json.EndObject();
+  return std::move(json).Take() + '\n';
+}
+
+std::string DataText(const DataInfo& info) {
+  std::string levels;
+  for (const std::string& level : info.levels) levels += (levels.empty() ? "" : ", ") + level;
+  std::string text = FactsText({{"file", info.file},
+                                {"kind", "data file"},
+                                {"map", info.map.empty() ? "none" : info.map},
+                                {"label", info.label},
                                 {"levels", levels},
-                                {"rows", info["rows"].dump()},
-                                {"variables", info["variables"].empty() ? "none" : ""}});
+                                {"rows", std::to_string(info.rows)},
+                                {"variables", info.variables.empty() ? "none" : ""}});
   Lines lines;
-  for (const Json& variable : info["variables"]) {
-    lines.push_back({variable["number"].dump() + "  " + variable["name"].get<std::string>(),
-                     Counted(variable["decimals"], "decimal"),
-                     variable["missing"].dump() + " missing"});
+  int number = 0;
+  for (const VariableInfo& variable : info.variables) {
+    lines.push_back({std::to_string(++number) + "  " + variable.name,
+                     Counted(variable.decimals, "decimal"),
+                     std::to_string(variable.missing) + " missing"});
   }
   text += Aligned(lines, "  ");
-  if (!host.GetLostRows().empty()) text += LostRowsText(host.GetLostRows()) + '\n';
+  if (!info.lostRows.empty()) text += LostRowsText(info.lostRows) + '\n';
   return text;
+}
+
+std::string MapAnswer(const std::string& path, bool asJson, CliHost& host) {
+  const MapInfo info = ReadMapInfo(path, host);
+  return asJson ? MapJson(info) : MapText(info);
+}
+
+std::string DataAnswer(const std::string& path, bool asJson, CliHost& host) {
+  const DataInfo info = ReadDataInfo(path, host);
+  return asJson ? DataJson(info) : DataText(info);
 }
 
 }  // namespace
@@ -233,11 +330,7 @@ int Info(int argc, const char* const* argv, CliHost& host) {
   if (!arguments.Parse(argc, argv)) return kDone;
   CheckReadable(path);
   const bool isData = !IsCompiledName(path) && IsDataFile(path);
-  const Json info = isData ? DataInfo(path, host) : MapInfo(path, host);
-  const std::string text = asJson ? info.dump(2, ' ', false, Json::error_handler_t::replace) + '\n'
-                           : isData ? DataText(info, host)
-                                    : MapText(info);
-  WriteText("-", text);
+  WriteText("-", isData ? DataAnswer(path, asJson, host) : MapAnswer(path, asJson, host));
   return kDone;
 }
 

@@ -2,7 +2,9 @@
 
 #include <vexel/messages/messages.h>
 
-#include <nlohmann/json.hpp>
+#include <array>
+#include <span>
+#include <utility>
 
 #include "kit/palettes/color.h"
 #include "kit/request/json_request.h"
@@ -15,72 +17,96 @@ namespace vexel {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string Text(const CString& text) { return std::string(text.View()); }
-
-Json RectJson(const CRect& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
-
-Json KeyJson(const CAreaStruct& key) {
-  const auto* first = key.codes.data();
-  return std::vector<int>(first, first + key.GetLevel());
+void WriteRect(JsonWriter& json, std::string_view name, const CRect& rect) {
+  json.Member(name, std::array{rect.left, rect.top, rect.right, rect.bottom});
 }
 
-Json MapJson(const CVELAMap& map) {
+void WriteMap(JsonWriter& json, const CVELAMap& map) {
   const MapFacts facts = CountMap(map);
-  const std::string file = Text(map.GetFileStatus().fullName);
-  return {{"name", Text(map.GetName())},
-          {"file", file},
-          {"form", IsCompiledName(file) ? "compiled" : "text"},
-          {"levels", facts.levelNames},
-          {"areas", facts.areas},
-          {"polygons", facts.polygons},
-          {"vertices", facts.vertices},
-          {"bounds", RectJson(map.GetBoundRect())}};
+  const std::string file(map.GetFileStatus().fullName.View());
+  json.Name("map");
+  json.BeginObject();
+  json.Member("name", map.GetName().View());
+  json.Member("file", file);
+  json.Member("form", IsCompiledName(file) ? "compiled" : "text");
+  json.Member("levels", facts.levelNames);
+  json.Member("areas", facts.areas);
+  json.Member("polygons", facts.polygons);
+  json.Member("vertices", facts.vertices);
+  WriteRect(json, "bounds", map.GetBoundRect());
+  json.EndObject();
 }
 
-Json ViewJson(const CVELAMap& map, const CMapGif& page) {
+void WriteView(JsonWriter& json, const CVELAMap& map, const CMapGif& page) {
   const CMapOb& root = *map.GetDrawRoot();
-  return {{"root", KeyJson(root.GetArea())},
-          {"rootName", Text(root.GetName())},
-          {"level", map.GetDrawLevel()},
-          {"angle", root.GetAngle()},
-          {"extent", RectJson(page.GetExtent())}};
+  const CAreaStruct& key = root.GetArea();
+  json.Name("view");
+  json.BeginObject();
+  json.Member("root", std::span(key.codes).first(static_cast<std::size_t>(key.GetLevel())));
+  json.Member("rootName", root.GetName().View());
+  json.Member("level", map.GetDrawLevel());
+  json.Member("angle", root.GetAngle());
+  WriteRect(json, "extent", page.GetExtent());
+  json.EndObject();
 }
 
-Json VariableJson(View& view) {
+void WriteVariable(JsonWriter& json, View& view) {
   const int column = view.data.GetSelected();
   const int calculation = view.data.GetCalcSelected();
-  Json variable{{"column", column + 1},
-                {"name", SubjectOf(view)},
-                {"decimals", view.data.GetVarDecs(column)},
-                {"calculation", nullptr}};
+  json.Name("variable");
+  json.BeginObject();
+  json.Member("column", column + 1);
+  json.Member("name", SubjectOf(view));
+  json.Member("decimals", view.data.GetVarDecs(column));
+  json.Name("calculation");
   if (calculation >= 0) {
-    variable["calculation"] = CalculationNames()[static_cast<std::size_t>(calculation)];
+    json.Value(CalculationNames()[static_cast<std::size_t>(calculation)]);
+  } else {
+    json.Value(nullptr);
   }
-  return variable;
+  json.EndObject();
 }
 
-Json LegendJson(const CLegend& legend) {
-  Json groups = Json::array();
-  for (const LegendGroup& group : legend.GetGroups()) {
-    groups.push_back({{"lower", group.lower},
-                      {"upper", group.upper},
-                      {"label", Text(group.rangeLabel)},
-                      {"name", Text(group.groupName)},
-                      {"color", ColorText(group.color)},
-                      {"count", group.count}});
-  }
+void WriteGroup(JsonWriter& json, const LegendGroup& group) {
+  json.BeginObject();
+  json.Member("lower", group.lower);
+  json.Member("upper", group.upper);
+  json.Member("label", group.rangeLabel.View());
+  json.Member("name", group.groupName.View());
+  json.Member("color", ColorText(group.color));
+  json.Member("count", group.count);
+  json.EndObject();
+}
+
+void WriteLegend(JsonWriter& json, const CLegend& legend) {
+  json.Name("legend");
+  json.BeginObject();
+  json.Member("title", legend.title.View());
+  json.Name("groups");
+  json.BeginArray();
+  for (const LegendGroup& group : legend.GetGroups()) WriteGroup(json, group);
+  json.EndArray();
   const LegendGroup& missing = legend.groups[CLegend::kNoDataSlot];
-  return {{"title", Text(legend.title)},
-          {"groups", groups},
-          {"missing",
-           {{"label", Text(missing.rangeLabel)},
-            {"color", ColorText(missing.color)},
-            {"count", missing.count}}}};
+  json.Name("missing");
+  json.BeginObject();
+  json.Member("label", missing.rangeLabel.View());
+  json.Member("color", ColorText(missing.color));
+  json.Member("count", missing.count);
+  json.EndObject();
+  json.EndObject();
 }
 
-// The list of areas grows with the map, so its text is put together without a tree.
+void WritePageSize(JsonWriter& json, const View& view, const CMapGif& page) {
+  json.Name("page");
+  json.BeginObject();
+  json.Member("width", view.request.size.width);
+  json.Member("height", view.request.size.height);
+  WriteRect(json, "map", page.GetMapRect());
+  WriteRect(json, "legend", page.GetLegendRect());
+  json.EndObject();
+}
+
+// The list of areas grows with the map, so that each has one line only.
 void AppendAreas(std::string& to, const View& view, const NumberSeparators& separators) {
   const std::string noData(MessageText(Message::noData));
   std::string_view between = "\n    ";
@@ -132,18 +158,15 @@ void AppendWarnings(std::string& to, const View& view) {
 }  // namespace
 
 std::string ReportText(View& view, const CMapGif& page) {
-  const Json head{{"map", MapJson(view.map)},
-                  {"view", ViewJson(view.map, page)},
-                  {"title", Text(view.map.GenerateTitle())},
-                  {"variable", VariableJson(view)},
-                  {"legend", LegendJson(view.legend)},
-                  {"page",
-                   {{"width", view.request.size.width},
-                    {"height", view.request.size.height},
-                    {"map", RectJson(page.GetMapRect())},
-                    {"legend", RectJson(page.GetLegendRect())}}}};
-  std::string text = head.dump(2, ' ', false, Json::error_handler_t::replace);
-  text.resize(text.rfind('\n'));  // without its closing brace
+  JsonWriter head;
+  head.BeginObject();
+  WriteMap(head, view.map);
+  WriteView(head, view.map, page);
+  head.Member("title", view.map.GenerateTitle().View());
+  WriteVariable(head, view);
+  WriteLegend(head, view.legend);
+  WritePageSize(head, view, page);
+  std::string text = std::move(head).Take();
   text += ",\n  \"request\": " + JsonText(view.request, "  ");
   AppendWarnings(text, view);
   text += ",\n  \"areas\": [";

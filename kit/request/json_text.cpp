@@ -31,4 +31,51 @@ void AppendJson(std::string& to, std::optional<double> number) {
 
 void AppendJson(std::string& to, const CAreaStruct& key) { to += '[' + KeyText(key) + ']'; }
 
+std::string JsonNumber(double number) { return nlohmann::json(number).dump(); }
+
+void JsonWriter::Name(std::string_view name) {
+  Separate();
+  AppendJson(text_, name);
+  text_ += ": ";
+  isNamed_ = true;
+}
+
+void JsonWriter::Value(std::string_view text) {
+  Separate();
+  AppendJson(text_, text);
+}
+
+void JsonWriter::Begin(char bracket) {
+  Separate();
+  text_ += bracket;
+  ++depth_;
+  isFirst_ = true;
+}
+
+void JsonWriter::End(char bracket) {
+  --depth_;
+  if (!isFirst_) BreakLine();
+  text_ += bracket;
+  isFirst_ = false;
+}
+
+void JsonWriter::Literal(std::string_view literal) {
+  Separate();
+  text_ += literal;
+}
+
+// A named value stands behind its name, any other on a line of its own.
+void JsonWriter::Separate() {
+  if (!std::exchange(isNamed_, false) && depth_ > 0) {
+    if (!isFirst_) text_ += ',';
+    BreakLine();
+  }
+  isFirst_ = false;
+}
+
+void JsonWriter::BreakLine() {
+  text_ += '\n';
+  text_.append(2 * static_cast<std::size_t>(depth_), ' ');
+}
+
 }  // namespace vexel
