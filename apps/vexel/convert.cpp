@@ -29,8 +29,8 @@ std::string WithReference(std::string text, const std::string& reference) {
 }
 
 std::string DataFileText(CVELAMap& map) {
-  const TemporaryFolder folder;
-  const std::string path = folder.PathOf("data");
+  const TemporaryFolder folder("data");
+  const std::string& path = folder.FilePath();
   CSpecFile file(0);
   if (file.Open(path.c_str(), 1) == 0) throw Failed(path, "cannot be opened for writing");
   map.SaveMdfSpec(file);
@@ -67,9 +67,10 @@ int Convert(int argc, const char* const* argv, CliHost& host) {
     }
   }
   const std::string folder = IsStandard(output) ? "" : FolderOf(output);
+  const std::string lost = host.GetLostRows().empty() ? "" : LostRowsText(host.GetLostRows());
   const SignalHold hold;
   WriteText(output, WithReference(DataFileText(map), ReferenceTo(mapPath, folder)));
-  if (!host.GetLostRows().empty()) Say(LostRowsText(host.GetLostRows()));
+  if (!lost.empty()) Say(lost);
   return kDone;
 }
 

@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <new>
 
 namespace vexel::cli {
 
@@ -42,7 +44,9 @@ char CharacterFor(std::string_view text) {
 // nothing that one byte could stand for, the defaults hold.
 NumberSeparators LocaleSeparators() {
   NumberSeparators separators;
+  errno = 0;
   const locale_t named = ::newlocale(LC_NUMERIC_MASK, "", nullptr);
+  if (named == nullptr && errno == ENOMEM) throw std::bad_alloc();
   if (named == nullptr) return separators;
   const std::string thousand = ::nl_langinfo_l(THOUSEP, named);
   const std::string decimal = ::nl_langinfo_l(RADIXCHAR, named);
@@ -54,20 +58,32 @@ NumberSeparators LocaleSeparators() {
   return separators;
 }
 
+bool UpsetsTerminal(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
+
 }  // namespace
 
 std::string Printable(std::string_view text) {
   std::string line(text);
-  const auto upsets = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; };
-  std::replace_if(line.begin(), line.end(), upsets, '?');
+  std::replace_if(line.begin(), line.end(), UpsetsTerminal, '?');
   return line;
 }
 
-void Say(std::string_view text) {
-  std::string line = "vexel: " + Printable(text.substr(0, kLongestLine));
-  if (text.size() > kLongestLine) line += "...";
-  line += '\n';
-  std::fwrite(line.data(), 1, line.size(), stderr);
+void Say(std::initializer_list<std::string_view> parts) noexcept {
+  constexpr std::string_view kName = "vexel: ";
+  constexpr std::string_view kMore = "...";
+  std::array<char, kName.size() + kLongestLine + kMore.size() + 1> line;
+  char* to = std::copy(kName.begin(), kName.end(), line.data());
+  std::size_t room = kLongestLine;
+  bool isWhole = true;
+  for (const std::string_view part : parts) {
+    const std::string_view fits = part.substr(0, room);
+    to = std::replace_copy_if(fits.begin(), fits.end(), to, UpsetsTerminal, '?');
+    room -= fits.size();
+    isWhole = isWhole && fits.size() == part.size();
+  }
+  if (!isWhole) to = std::copy(kMore.begin(), kMore.end(), to);
+  *to++ = '\n';
+  std::fwrite(line.data(), 1, static_cast<std::size_t>(to - line.data()), stderr);
 }
 
 bool CliHost::ShowsProgress() const { return progressWanted_ && ::isatty(STDERR_FILENO) != 0; }
@@ -85,8 +101,9 @@ void CliHost::Doubt(const RemarkInfo& /*remark*/, const std::string& sentence) {
 
 void CliHost::TellOfMoreRemarks() const {
   if (!remarksWanted_ || GetRemarkCount() <= kRemarksShown) return;
-  Say(std::to_string(GetRemarkCount() - kRemarksShown) +
-      " more doubtful places; `vexel check FILE` lists them all");
+  // A number that is short enough for a string takes no memory.
+  Say({std::to_string(GetRemarkCount() - kRemarksShown),
+       " more doubtful places; `vexel check FILE` lists them all"});
 }
 
 void CliHost::OpenProgress() {

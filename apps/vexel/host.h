@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -15,9 +16,10 @@ namespace vexel::cli {
 // The text with "?" for what would upset a terminal.
 std::string Printable(std::string_view text);
 
-// Writes "vexel: " and the text as one line to standard error. What would upset a terminal is
-// replaced.
-void Say(std::string_view text);
+// Writes "vexel: " and the text, which may come in parts, as one line to standard error. What would
+// upset a terminal is replaced. Takes no memory, so that it can tell that there is none.
+void Say(std::initializer_list<std::string_view> parts) noexcept;
+inline void Say(std::string_view text) noexcept { Say({text}); }
 
 // Messages become lines on standard error. A progress bar shows on a terminal once a load has taken
 // a while; an interrupt from the keyboard cancels that load, and at any other time ends the

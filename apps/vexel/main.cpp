@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
@@ -37,6 +38,8 @@ constexpr std::array kCommands{
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
 };
+
+constexpr std::string_view kNoMemory = "out of memory";
 
 void PrintHelp() {
   std::string text =
@@ -102,11 +105,28 @@ int Run(int argc, const char* const* argv) {
   return status;
 }
 
-int SayUsage(const Error& error, const std::string& command) {
-  Say((command.empty() ? "" : command + ": ") + error.what());
-  std::fprintf(stderr, "Try 'vexel%s --help'.\n", command.empty() ? "" : (' ' + command).c_str());
+int SayUsage(const Error& error, const char* command) {
+  const bool isKnown = *command != 0;
+  Say({command, isKnown ? ": " : "", error.what()});
+  std::fprintf(stderr, "Try 'vexel%s%s --help'.\n", isKnown ? " " : "", command);
   return kWrongUsage;
 }
+
+// An exception takes memory itself, and may find none; the libraries below make some objects before
+// main begins, where nobody catches one. Whatever else ends the program so is a fault of it.
+[[noreturn]] void EndWithoutMemory() {
+  try {
+    if (std::current_exception() != nullptr) throw;
+  } catch (const std::bad_alloc&) {
+  } catch (...) {
+    std::abort();
+  }
+  Say(kNoMemory);
+  std::_Exit(kFailed);
+}
+
+// Comes before the objects with constructors, of this program and of what it is linked to.
+[[gnu::constructor(101)]] void PrepareForNoMemory() { std::set_terminate(EndWithoutMemory); }
 
 }  // namespace
 
@@ -122,7 +142,7 @@ int Main(int argc, const char* const* argv) {
     if (error.GetKind() == Error::Kind::request) return SayUsage(error, isKnown ? argv[1] : "");
     if (!error.IsTold()) Say(error.what());
   } catch (const std::bad_alloc&) {
-    Say("out of memory");
+    Say(kNoMemory);
   } catch (const std::exception& error) {
     Say(error.what());
   }

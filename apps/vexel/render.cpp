@@ -116,10 +116,12 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   static View& view = *std::make_unique<View>(request, &host).release();
   CheckOutputs(files, FormsOf(view.map));
   if (strict) CheckStrictly(host, request);
+  // Once the files stand in their places nothing may fail any more.
+  const std::string summary = quiet ? "" : SummaryText(view);
   WritePage(view, files);
   if (quiet) return kDone;
   for (const std::string& note : view.notes) Say(note);
-  std::fputs(SummaryText(view).c_str(), stderr);
+  std::fputs(summary.c_str(), stderr);
   return kDone;
 }
 

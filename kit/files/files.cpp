@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <vexel/platform/file.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -110,23 +111,30 @@ void WriteText(const std::string& name, std::string_view text) {
   if (file.Close() == 0) throw Failed(name, "cannot be written");
 }
 
-TemporaryFolder::TemporaryFolder() {
+TemporaryFolder::TemporaryFolder(std::string_view fileName) {
   const char* parent = std::getenv("TMPDIR");
   path_ = std::string(parent == nullptr || *parent == '\0' ? "/tmp" : parent) + "/vexel-XXXXXX";
+  // Everything that can fail comes before there is a folder to be left behind.
+  file_ = path_ + '/' + std::string(fileName);
   if (::mkdtemp(path_.data()) == nullptr) throw Failed(path_, SystemReason());
+  std::copy(path_.begin(), path_.end(), file_.begin());
 }
 
 TemporaryFolder::~TemporaryFolder() {
-  std::error_code error;
-  fs::remove_all(path_, error);
+  ::unlink(file_.c_str());
+  ::rmdir(path_.c_str());
 }
 
 LibraryOutput::LibraryOutput(const std::string& name)
-    : folder_(IsStandard(name) ? std::make_unique<TemporaryFolder>() : nullptr),
-      path_(folder_ ? folder_->PathOf("output") : name) {}
+    : folder_(IsStandard(name) ? std::make_unique<TemporaryFolder>("output") : nullptr),
+      path_(folder_ ? folder_->FilePath() : name) {}
+
+void LibraryOutput::Collect() {
+  if (folder_) collected_ = ReadFile(path_);
+}
 
 void LibraryOutput::Deliver() const {
-  if (folder_) WriteText("-", ReadFile(path_));
+  if (folder_) WriteText("-", collected_);
 }
 
 std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input"); }

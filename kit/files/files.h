@@ -30,32 +30,35 @@ VEXEL_API std::string RelativeTo(const std::string& path, const std::string& fol
 // Writes text to a file, which takes its place only when it is whole, or to standard output.
 VEXEL_API void WriteText(const std::string& name, std::string_view text);
 
-// A folder of our own for files in between, which goes with all that is in it.
+// A folder of our own for one file in between. Both go at the end, which takes no memory.
 class VEXEL_API TemporaryFolder {
  public:
-  TemporaryFolder();
+  explicit TemporaryFolder(std::string_view fileName);
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   ~TemporaryFolder();
 
-  std::string PathOf(std::string_view name) const { return path_ + '/' + std::string(name); }
+  const std::string& FilePath() const { return file_; }
 
  private:
   std::string path_;
+  std::string file_;
 };
 
 // An output that the library writes to a file of that path; for standard output it is one in
-// between, which Deliver hands on.
+// between. Once that is written, Collect takes it up, and Deliver hands it on and needs no memory.
 class VEXEL_API LibraryOutput {
  public:
   explicit LibraryOutput(const std::string& name);
 
   const std::string& Path() const { return path_; }
+  void Collect();
   void Deliver() const;
 
  private:
   std::unique_ptr<TemporaryFolder> folder_;
   std::string path_;
+  std::string collected_;
 };
 
 // Everything that standard input holds, and a whole file.
@@ -86,8 +89,9 @@ class VEXEL_API SignalHold {
 template <typename Write>
 void WriteThrough(const std::string& name, Write write) {
   const SignalHold hold;
-  const LibraryOutput output(name);
+  LibraryOutput output(name);
   write(output.Path());
+  output.Collect();
   output.Deliver();
 }
 

@@ -47,8 +47,8 @@ void Finish(CFile& file, const std::string& name) {
 void WritePage(View& view, const PageFiles& files) {
   const CurrentHost current(view.listener);
   const SignalHold hold;
-  const LibraryOutput picture(files.picture);
-  const LibraryOutput html(files.html);
+  LibraryOutput picture(files.picture);
+  LibraryOutput html(files.html);
   GifPage page(view, picture.Path());
   for (std::string& note : PageNotes(view, page)) view.notes.push_back(std::move(note));
 
@@ -68,14 +68,21 @@ void WritePage(View& view, const PageFiles& files) {
   Fill(reportFile, files.report, report);
   Fill(viewFile, files.view, request);
   CheckWhole(htmlFile, files.html);
+  if (IsStandard(files.html)) {
+    Finish(htmlFile, files.html);
+    html.Collect();
+  }
 
   view.listener.SetSubject(files.picture);
   if (page.Save() == 0) throw view.listener.LastError();
+  picture.Collect();
+  // The rest takes no memory: a file that stands in its place is not followed by a failure for want
+  // of it.
   Finish(htmlFile, files.html);
   Finish(reportFile, files.report);
   Finish(viewFile, files.view);
-  if (IsStandard(files.report)) WriteText(files.report, report);
-  if (IsStandard(files.view)) WriteText(files.view, request);
+  if (IsStandard(files.report)) WriteText("-", report);
+  if (IsStandard(files.view)) WriteText("-", request);
   picture.Deliver();
   html.Deliver();
 }
