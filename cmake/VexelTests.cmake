@@ -59,6 +59,23 @@ foreach(folder IN LISTS folders)
     PROPERTIES LABELS ${folder} TIMEOUT 300)
 endforeach()
 
+# Tests of memory that fails replace the allocating functions, which the sanitizers have replaced
+# already: in the test program, and in the program `vexel` by an object that is loaded before all else.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
+  set(failing_memory "${tests_dir}/faults/memory/failing_memory.cpp")
+  add_library(vexel_failing_memory MODULE "${failing_memory}")
+  set_target_properties(vexel_failing_memory PROPERTIES PREFIX "")
+  target_link_libraries(vexel_failing_memory PRIVATE vexel_options)
+  target_sources(test_faults PRIVATE
+    "${failing_memory}" "${tests_dir}/faults/memory/engine_memory_test.cpp")
+  if(TARGET vexel_host)
+    target_sources(test_faults PRIVATE "${tests_dir}/faults/memory/program_memory_test.cpp")
+    target_compile_definitions(test_faults PRIVATE
+      VEXEL_FAILING_MEMORY="$<TARGET_FILE:vexel_failing_memory>")
+    add_dependencies(test_faults vexel_host vexel_failing_memory)
+  endif()
+endif()
+
 # The programs of the README, built against the headers by the names that they have when installed.
 function(vexel_add_example name library)
   set(folder "${PROJECT_BINARY_DIR}/${name}")

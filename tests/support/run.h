@@ -20,9 +20,10 @@
 namespace vexel::test {
 
 struct RunOptions {
-  std::string folder = ".";         // to work in
-  std::string_view input;           // on standard input
-  std::optional<rlim_t> fileLimit;  // no file can grow beyond so many bytes
+  std::string folder = ".";              // to work in
+  std::string_view input;                // on standard input
+  std::optional<rlim_t> fileLimit;       // no file can grow beyond so many bytes
+  std::vector<std::string> environment;  // "NAME=value", besides ours
 };
 
 struct RunResult {
@@ -63,6 +64,9 @@ class StreamFile {
   constexpr unsigned kSecondsToHang = 120;
   ::alarm(kSecondsToHang);
   ::setenv("LC_ALL", "C", 1);
+  for (const std::string& variable : options.environment) {
+    ::putenv(const_cast<char*>(variable.c_str()));
+  }
   if (options.fileLimit) {
     const rlimit limit{*options.fileLimit, *options.fileLimit};
     ::setrlimit(RLIMIT_FSIZE, &limit);
