@@ -90,15 +90,15 @@ void CheckOutlines(const View& view) {
   throw Failed(text + (others.empty() ? ", nor have those of any other level" : others));
 }
 
-// The areas that an option names, which must be among those on show: only these have a place and a
-// colour on the page.
-std::vector<CMapOb*> AreasShown(View& view, const std::string& option,
-                                const std::vector<CAreaStruct>& keys) {
+// The areas that an option names, of which `isShown` must say that the page has a place for them.
+template <typename IsShown>
+std::vector<CMapOb*> AreasNamed(View& view, const std::string& option,
+                                const std::vector<CAreaStruct>& keys, IsShown isShown) {
   std::vector<CMapOb*> found;
   found.reserve(keys.size());
   for (const CAreaStruct& key : keys) {
     CMapOb* area = AreaOf(view.map, option, key);
-    if (std::find(view.areas.begin(), view.areas.end(), area) == view.areas.end()) {
+    if (!isShown(area)) {
       throw WrongRequest(option + ": area " + KeyText(key) + " is none of those on show");
     }
     found.push_back(area);
@@ -115,8 +115,16 @@ void ChooseAreas(View& view) {
   }
   FindAreasOnShow(view);
   CheckOutlines(view);
-  view.outlines = AreasShown(view, "--outline", request.outlines);
-  view.boxes = AreasShown(view, "--box", request.boxes);
+  // Only what is painted has a colour to be filled with again; a box may also stand over the area
+  // around it.
+  view.outlines = AreasNamed(view, "--outline", request.outlines, [&](const CMapOb* area) {
+    return std::find(view.areas.begin(), view.areas.end(), area) != view.areas.end();
+  });
+  view.boxes = AreasNamed(view, "--box", request.boxes, [&](const CMapOb* area) {
+    const CMapOb* root = view.map.GetDrawRoot();
+    while (area != nullptr && area != root) area = area->GetParent();
+    return area == root;
+  });
 }
 
 }  // namespace

@@ -95,6 +95,7 @@ const Refusal kUsage[] = {
     {"render land.mdf --zoom 7,7", 2, "--zoom|7,7"},
     {"render land.mdf --level 2 --outline 1", 2, "--outline|on show"},
     {"render land.mdf --level 2 --zoom 1 --box 2,1", 2, "--box|on show"},
+    {"render land.mdf --level 2 --zoom 1 --box 2", 2, "--box|on show"},
     {"render land.mdf --palette YlGnBy", 2, "mean YlGnBu"},
     {"render land.mdf --intervals naturl", 2, "mean natural"},
     {"render land.mdf --colors #fff,#zzz", 2, "--colors|#zzz"},
@@ -229,7 +230,7 @@ TEST_F(Cli, ListsEverythingDoubtful) {
 }
 
 TEST_F(Cli, MakesTheSamePageFromAKeptView) {
-  const std::string options = "land.mdf --level 2 --groups 2 --palette viridis --box 1,1";
+  const std::string options = "land.mdf --level 2 --groups 2 --palette viridis --box 1,1 --box 2";
   ASSERT_EQ(Call("render " + options + " -o a.gif --save-view view.json").status, 0);
   ASSERT_EQ(Call("render --view view.json -o b.gif").status, 0);
   EXPECT_TRUE(folder.Read("a.gif") == folder.Read("b.gif"));
