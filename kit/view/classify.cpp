@@ -63,7 +63,7 @@ class WithoutNoise {
     constexpr int kDecimalsThatCount = 6;  // behind those that are shown
     if (!isCalculated) return;
     std::transform(raw_.begin(), raw_.end(), rounded_.begin(),
-                   [=](double value) { return Rounded(value, decimals + kDecimalsThatCount); });
+                   Rounding(decimals + kDecimalsThatCount));
   }
 
   std::span<const double> Values() const { return rounded_; }
@@ -266,14 +266,17 @@ void NoteMovedBounds(View& view) {
 void NoteRoundedRanges(View& view) {
   const CLegend& legend = view.legend;
   const auto groups = legend.GetGroups();
-  const auto shown = [&](double number) { return Rounded(number, legend.decimals); };
+  const Rounding shown(legend.decimals);
+  std::vector<double> lower(groups.size());
+  std::transform(groups.begin(), groups.end(), lower.begin(),
+                 [&](const LegendGroup& group) { return shown(group.lower); });
   const auto seemsElsewhere = [&](const CMapOb* area) {
     const std::optional<double> value = ValueOf(view, *area);
     const std::optional<int> group = value ? legend.GroupOf(*value) : std::nullopt;
     if (!group) return false;
     const auto slot = static_cast<std::size_t>(*group);
-    return shown(*value) < shown(groups[slot].lower) ||
-           (slot + 1 < groups.size() && shown(*value) >= shown(groups[slot + 1].lower));
+    const double rounded = shown(*value);
+    return rounded < lower[slot] || (slot + 1 < lower.size() && rounded >= lower[slot + 1]);
   };
   const auto strays = std::count_if(view.areas.begin(), view.areas.end(), seemsElsewhere);
   if (strays > 0) {

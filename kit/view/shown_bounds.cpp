@@ -48,10 +48,11 @@ std::vector<double> AllRoundedUp(std::span<const double> lower, int decimals, do
 
 }  // namespace
 
-double Rounded(double number, int decimals) {
-  const double scale = Scale(decimals);
-  const double scaled = number * scale;
-  return std::isfinite(scaled) ? std::round(scaled) / scale : number;
+Rounding::Rounding(int decimals) : scale_(Scale(decimals)) {}
+
+double Rounding::operator()(double number) const {
+  const double scaled = number * scale_;
+  return std::isfinite(scaled) ? std::round(scaled) / scale_ : number;
 }
 
 ShownBounds WithDecimals(std::span<const double> lower, int decimals) {

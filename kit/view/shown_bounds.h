@@ -13,8 +13,15 @@ struct ShownBounds {
   int decimals = 0;  // with which the legend shows them
 };
 
-// A number rounded to that many decimals.
-double Rounded(double number, int decimals);
+// Rounds numbers to so many decimals.
+class Rounding {
+ public:
+  explicit Rounding(int decimals);
+  double operator()(double number) const;
+
+ private:
+  double scale_;
+};
 
 // The same bounds with the decimals it takes to tell them apart and, where few more are enough for
 // that, to show them whole. The engine moves bounds that are closer together than one unit of the
