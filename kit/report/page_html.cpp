@@ -7,6 +7,7 @@
 #include "kit/palettes/color.h"
 #include "kit/report/page_parts.h"
 #include "kit/request/json_text.h"
+#include "kit/request/query.h"
 
 namespace vexel {
 
@@ -29,24 +30,6 @@ void AppendEscaped(std::string& to, std::string_view text) {
 std::string HtmlEscaped(std::string_view text) {
   std::string escaped;
   AppendEscaped(escaped, text);
-  return escaped;
-}
-
-// A path as it stands in a link.
-std::string UrlEscaped(std::string_view path) {
-  constexpr std::string_view kPlain = "/-._~";
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string escaped;
-  for (const char c : path) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool isAlphanumeric =
-        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    if (isAlphanumeric || kPlain.find(c) != std::string_view::npos) {
-      escaped += c;
-    } else {
-      escaped += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-    }
-  }
   return escaped;
 }
 
@@ -207,7 +190,7 @@ std::string HtmlHead(View& view, const std::string& picture) {
       " of colour; the table below has all values.";
   return Filled(kPageHead, {{"TITLE", title},
                             {"SWATCHES", SwatchStyles(view.legend)},
-                            {"PICTURE", UrlEscaped(picture)},
+                            {"PICTURE", PercentEncoded(picture, "/")},
                             {"ALTERNATIVE", alternative},
                             {"WIDTH", std::to_string(view.request.size.width)},
                             {"HEIGHT", std::to_string(view.request.size.height)}});

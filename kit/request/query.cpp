@@ -22,12 +22,9 @@ constexpr bool IsUnreserved(char c) {
 
 // The key of an area keeps its commas, which are no list's.
 std::string Encoded(const Parameter& parameter, const std::string& value) {
-  if (parameter.kind == ParameterKind::list) return PercentEncoded(value);
-  std::string text;
-  for (const std::string_view part : Split(value, ',')) {
-    text += (text.empty() ? "" : ",") + PercentEncoded(part);
-  }
-  return parameter.kind == ParameterKind::text ? PercentEncoded(value) : text;
+  const bool isKey =
+      parameter.kind == ParameterKind::key || parameter.kind == ParameterKind::repeated;
+  return PercentEncoded(value, isKey ? "," : "");
 }
 
 void Append(std::string& query, const Parameter& parameter, const std::string& value) {
@@ -112,12 +109,12 @@ void ReadQuery(Request& request, std::string_view query, std::vector<std::string
   }
 }
 
-std::string PercentEncoded(std::string_view text) {
+std::string PercentEncoded(std::string_view text, std::string_view kept) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string encoded;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    if (IsUnreserved(c)) {
+    if (IsUnreserved(c) || kept.find(c) != std::string_view::npos) {
       encoded += c;
     } else {
       encoded += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};

@@ -24,8 +24,9 @@ VEXEL_API std::string QueryText(const Request& request);
 VEXEL_API void ReadQuery(Request& request, std::string_view query,
                          std::vector<std::string>* problems = nullptr);
 
-// Percent-encoding and back; decoding takes a "%" that begins no code as it is.
-VEXEL_API std::string PercentEncoded(std::string_view text);
+// Percent-encoding of all but letters, digits, "-._~" and the characters of `kept`, and back;
+// decoding takes a "%" that begins no code as it is.
+VEXEL_API std::string PercentEncoded(std::string_view text, std::string_view kept = "");
 VEXEL_API std::string PercentDecoded(std::string_view text);
 
 }  // namespace vexel

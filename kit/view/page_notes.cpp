@@ -33,12 +33,8 @@ std::vector<std::string> TextsOn(View& view) {
   const auto add = [&](const CString& text) { texts.emplace_back(text.View()); };
   if (!view.request.noTitle) add(view.map.GenerateTitle());
   if (!view.request.noLegend) {
-    const CLegend& legend = view.legend;
-    add(legend.title);
-    for (int i = 0; i < legend.numGroups; ++i) {
-      const LegendGroup& group = legend.groups[static_cast<std::size_t>(i)];
-      add(legend.useGroupNames != 0 ? group.groupName : group.rangeLabel);
-    }
+    add(view.legend.title);
+    for (const LegendRow& row : view.legend.GetRows()) texts.emplace_back(row.text);
   }
   for (const CMapOb* area : view.boxes) add(area->GetName());
   return texts;
