@@ -1,5 +1,7 @@
 #include "kit/report/page_html.h"
 
+#include <vexel/brindle/text.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -13,8 +15,26 @@ namespace vexel {
 
 namespace {
 
+// The text with U+FFFD for each byte that is part of no character: a page says that it is UTF-8.
+std::string AsUtf8(std::string_view text) {
+  constexpr std::size_t kLongestCharacter = 4;
+  std::string whole;
+  while (!text.empty()) {
+    std::size_t length = 1;
+    while (length <= kLongestCharacter && !IsUtf8(text.substr(0, length))) ++length;
+    const bool isCharacter = length <= kLongestCharacter;
+    whole += isCharacter ? text.substr(0, length) : "\uFFFD";
+    text.remove_prefix(std::min(isCharacter ? length : 1, text.size()));
+  }
+  return whole;
+}
+
 // A text as it stands in a page or in an attribute.
 void AppendEscaped(std::string& to, std::string_view text) {
+  if (!IsUtf8(text)) {
+    AppendEscaped(to, AsUtf8(text));
+    return;
+  }
   constexpr std::array<std::pair<char, std::string_view>, 5> kEntities{
       {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}}};
   for (;;) {

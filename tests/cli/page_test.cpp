@@ -202,6 +202,17 @@ TEST_F(Cli, WritesAPageWithEveryAreaAndPolygon) {
   EXPECT_EQ(folder.List(), (std::vector<std::string>{"land.map", "land.mdf", "pages", "pictures"}));
 }
 
+// A page says that it is UTF-8, whatever the bytes of a name are.
+TEST_F(Cli, WritesAPageOfCharactersOnly) {
+  std::string map(kLandMap);
+  map.replace(map.find("Bare"), 4, "Ca\xF1on \u5317");
+  folder.Write("land.map", map);
+  ASSERT_EQ(Call("render land.mdf --level 2 -o a.gif --html a.html --quiet").status, 0);
+  const std::string html = folder.Read("a.html");
+  EXPECT_EQ(html.find('\xF1'), std::string::npos);
+  EXPECT_NE(html.find("<th scope=\"row\">Ca\uFFFDon \u5317</th>"), std::string::npos);
+}
+
 // Only the counties of the state on show are painted and have links.
 TEST_F(Cli, ZoomedPageShowsTheAreaAlone) {
   const std::string sample = VEXEL_SAMPLES_DIR "/us-conus.mdf";
