@@ -10,6 +10,7 @@
 #include "kit/classes/classes.h"
 #include "kit/palettes/palettes.h"
 #include "kit/request/error.h"
+#include "kit/view/columns.h"
 #include "kit/view/shown_bounds.h"
 
 namespace vexel {

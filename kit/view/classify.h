@@ -12,11 +12,6 @@ namespace vexel {
 // colours come from one place. Whatever a user might not expect of the result is noted.
 void Classify(View& view);
 
-// The column that a name or a number means: the very name first, then the name in another letter
-// case if there is but one, then the number, from 1. Throws an Error of kind request that begins
-// with `option`.
-int ColumnOf(const CVELAData& data, const std::string& option, std::string_view text);
-
 }  // namespace vexel
 
 #endif  // VEXEL_KIT_VIEW_CLASSIFY_H_
