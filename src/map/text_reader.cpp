@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <limits>
 #include <memory>
 #include <span>
@@ -12,6 +11,7 @@
 #include "brindle/meant_word.h"
 #include "brindle/progress.h"
 #include "map/key_check.h"
+#include "map/ring_check.h"
 #include "messages/remarks.h"
 #include "platform/host.h"
 #include "platform/number.h"
@@ -23,10 +23,6 @@ namespace {
 constexpr std::array<std::string_view, 12> kWords{
     "[AreaLevels]", "[GeoGroup]", "[GeoUnit]", "[EndGroup]", "[Polygon]",     "[Map]",
     "Version",      "MapName",    "LongLat",   "Name",       "AreaStructure", "Hole"};
-
-constexpr float kHalfTurn = 180.0F;    // degrees of longitude to either side
-constexpr float kQuarterTurn = 90.0F;  // degrees of latitude to either side
-constexpr int kLeastOfRing = 3;
 
 bool IsNodeHeading(std::string_view heading) {
   return EqualNoCase(heading, "[GeoUnit]") || EqualNoCase(heading, "[GeoGroup]");
@@ -47,28 +43,6 @@ void Widen(CRectF& bounds, const tagVELAPOINTF& point) {
   if (point.x > bounds.right) bounds.right = point.x;
   if (point.y < bounds.top) bounds.top = point.y;
   if (point.y > bounds.bottom) bounds.bottom = point.y;
-}
-
-bool IsBeyondDegrees(const tagVELAPOINTF& point) {
-  return std::abs(point.x) > kHalfTurn || std::abs(point.y) > kQuarterTurn;
-}
-
-// Different points of a ring, as far as 3.
-int CountDifferent(std::span<const tagVELAPOINTF> ring) {
-  const auto isAt = [](const tagVELAPOINTF& a) {
-    return [=](const tagVELAPOINTF& b) { return a.x == b.x && a.y == b.y; };
-  };
-  if (ring.empty()) return 0;
-  const auto second = std::find_if_not(ring.begin() + 1, ring.end(), isAt(ring.front()));
-  if (second == ring.end()) return 1;
-  const auto isThird = [&](const tagVELAPOINTF& point) {
-    return !isAt(ring.front())(point) && !isAt(*second)(point);
-  };
-  return std::any_of(second + 1, ring.end(), isThird) ? 3 : 2;
-}
-
-std::string Pair(double a, const char* between, double b) {
-  return ShortestText(a) + between + ShortestText(b);
 }
 
 }  // namespace
@@ -385,56 +359,25 @@ void MapReader::RemarkOnHole(const CSpecFile::Line& line) {
 void MapReader::RemarkOnRing(const CPolygon& polygon, const CRectF& bounds, int headingLine,
                              int lastLine) {
   const std::span<const tagVELAPOINTF> ring = polygon.GetPointsF();
-  if (ring.size() <= kLeastOfRing && CountDifferent(ring) < kLeastOfRing) {
-    RemarkAt(
-        headingLine,
-        {.kind = RemarkKind::shortRing, .expected = kLeastOfRing, .counted = CountDifferent(ring)});
-  }
-  if (!inDegrees_ || ring.empty()) return;
   // The line of a point is known where points are all that stands behind the heading, and perhaps
   // the line of a hole before them.
   const int others = lastLine - headingLine - static_cast<int>(ring.size());
-  const auto lineOf = [&](const tagVELAPOINTF* point) {
-    const bool isKnown = others == 0 || (others == 1 && polygon.IsHole() != 0);
-    const auto number = static_cast<int>(point - ring.data());
-    return isKnown ? headingLine + others + number + 1 : headingLine;
-  };
-  if (IsBeyondDegrees({bounds.left, bounds.top}) ||
-      IsBeyondDegrees({bounds.right, bounds.bottom})) {
-    const auto found = std::find_if(ring.begin(), ring.end(), IsBeyondDegrees);
-    if (found != ring.end()) {
-      const std::string text = Pair(double{found->x}, " ", double{found->y});
-      RemarkAt(lineOf(&*found), {.kind = RemarkKind::beyondDegrees, .found = text});
-    }
-  }
-  if (bounds.right - bounds.left <= kHalfTurn) return;
-  // The last edge leads back to the first point.
-  for (std::size_t i = 0; i < ring.size(); ++i) {
-    const tagVELAPOINTF& from = ring[i];
-    const tagVELAPOINTF& to = ring[(i + 1) % ring.size()];
-    if (std::abs(to.x - from.x) <= kHalfTurn) continue;
-    const std::string text = Pair(double{from.x}, " to ", double{to.x});
-    RemarkAt(lineOf(&to), {.kind = RemarkKind::jumpAcrossDateLine, .found = text});
-    return;
+  const bool isKnown = others == 0 || (others == 1 && polygon.IsHole() != 0);
+  for (const RingDoubt& doubt : DoubtsOfRing(ring, bounds, inDegrees_)) {
+    const bool hasLine = isKnown && doubt.point != nullptr;
+    const int number = hasLine ? static_cast<int>(doubt.point - ring.data()) + others + 1 : 0;
+    RemarkAt(headingLine + number, {.kind = doubt.kind,
+                                    .found = doubt.found,
+                                    .expected = doubt.expected,
+                                    .counted = doubt.counted});
   }
 }
 
-// Latitudes never leave 90 degrees; where the second numbers do and the first do not, they stand
-// the other way round.
 void MapReader::RemarkOnFrame(const CRectF& bounds) {
-  const auto isWithin = [](float least, float most, float limit) {
-    return least >= -limit && most <= limit;
-  };
-  if (isWithin(bounds.top, bounds.bottom, kQuarterTurn) ||
-      !isWithin(bounds.top, bounds.bottom, kHalfTurn) ||
-      !isWithin(bounds.left, bounds.right, kQuarterTurn)) {
-    return;
-  }
-  const std::string found =
-      "the first numbers go " + Pair(double{bounds.left}, " to ", double{bounds.right}) +
-      ", the second " + Pair(double{bounds.top}, " to ", double{bounds.bottom});
-  RemarkInfo remark{.kind = RemarkKind::latitudeFirst, .file = spec_.GetPath(), .found = found};
-  CHost::GetCurrent().Remark(remark);
+  const std::string found = LatitudeFirst(bounds);
+  if (found.empty()) return;
+  CHost::GetCurrent().Remark(
+      {.kind = RemarkKind::latitudeFirst, .file = spec_.GetPath(), .found = found});
 }
 
 }  // namespace vexel

@@ -37,8 +37,10 @@ constexpr Case kCases[] = {
      "11 beyond-range: 7; x; 1e99 > 3.4028234663852886e+38\n"
      "11 beyond-range: 7; y; -1e999 > -3.4028234663852886e+38\n"
      "12 number-in-part: 7; y; 5x > 5\n"},
-    {"ShortRings", "U|Name=A|AreaStructure=7|P|P|1 1|P|1 1|2 2|1 1|P|1 1|2 2|2 1|1 1",
-     "6 short-ring: 7; ;  0/3\n7 short-ring: 7; ;  1/3\n9 short-ring: 7; ;  2/3\n"},
+    {"ShortRings",
+     "U|Name=A|AreaStructure=7|P|P|1 1|P|1 1|2 2|1 1|P|1 1|2 2|2 1|1 1|P|1 1|2 2|1 1|2 2",
+     "6 short-ring: 7; ;  0/3\n7 short-ring: 7; ;  1/3\n9 short-ring: 7; ;  2/3\n"
+     "18 short-ring: 7; ;  2/3\n"},
     {"Holes", "U|Name=A|AreaStructure=7|P|Hole=No|HOLE|1 1|2 2|2 1|P|Hole=yes|1 1|2 2|2 1",
      "7 hole-in-doubt: 7; ; Hole=No\n8 hole-in-doubt: 7; ; HOLE\n"},
     {"BeyondDegrees",
