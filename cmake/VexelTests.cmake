@@ -24,6 +24,22 @@ target_compile_definitions(vexel_test_support ${scope}
   $<$<TARGET_EXISTS:vexel_host>:VEXEL_CLI="$<TARGET_FILE:vexel_host>">)
 target_link_libraries(vexel_test_support ${scope} GTest::gtest PkgConfig::gd)
 
+# A locale with a decimal comma, made here because few machines have one installed.
+find_program(VEXEL_LOCALEDEF localedef)
+mark_as_advanced(VEXEL_LOCALEDEF)
+if(VEXEL_LOCALEDEF AND EXISTS /usr/share/i18n/locales/de_DE)
+  set(locales_dir "${PROJECT_BINARY_DIR}/locales")
+  set(comma_locale de_DE.ISO-8859-1)
+  add_custom_command(OUTPUT "${locales_dir}/${comma_locale}/LC_NUMERIC"
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${locales_dir}"
+    COMMAND "${VEXEL_LOCALEDEF}" --no-archive -i de_DE -f ISO-8859-1 "${locales_dir}/${comma_locale}"
+    VERBATIM)
+  add_custom_target(vexel_comma_locale DEPENDS "${locales_dir}/${comma_locale}/LC_NUMERIC")
+  add_dependencies(vexel_test_support vexel_comma_locale)
+  target_compile_definitions(vexel_test_support ${scope}
+    VEXEL_LOCALES_DIR="${locales_dir}" VEXEL_COMMA_LOCALE="${comma_locale}")
+endif()
+
 # These make do with what the shared library exports, and so notice what it forgets to.
 set(outside_folders data map)
 set(kit_folders kit support)
