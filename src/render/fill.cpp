@@ -5,16 +5,25 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <numeric>
 
 #include "platform/number.h"
+#include "render/edge_cache.h"
 
 namespace vexel {
 
 namespace {
 
-// Crossings held at a time, unless a single row has more: an outline that runs up and down the page
-// a million times costs time but no memory.
+// Crossings held at a time, unless a single row has more, and columns whose crossings are counted
+// at a time: an outline that runs up and down the page a million times takes no memory for it.
 constexpr std::size_t kMostCrossings = std::size_t{1} << 18;
+constexpr std::size_t kMostColumns = std::size_t{1} << 22;
+
+// From one crossing for so many columns on, to count those of each column beats sorting them.
+constexpr std::size_t kColumnsPerCrossing = 8;
+
+// Columns beside the image that take part.
+constexpr std::size_t kSides = 2;
 
 // Beyond that many on a row, which no ordinary outline has, a sort that stays fast pays.
 constexpr std::size_t kFewCrossings = 24;
@@ -67,6 +76,69 @@ bool FitsInt(const Edge& edge, std::int64_t end) {
   return most == LowInt32(most);
 }
 
+// The crossings of an edge whose products fit an int, in gd's own mix of int, float and double: a
+// page must not change by a pixel with the way it is filled.
+template <typename Add>
+void AddCrossings(const Edge& edge, int from, int to, const Add add) {
+  const auto [upper, lower] = edge;
+  const std::int64_t dx = lower.x - upper.x;
+  const auto dy = static_cast<float>(lower.y - upper.y);
+  std::int64_t product = (from - upper.y) * dx;
+  for (int row = from; row < to; ++row, product += dx) {
+    add(row, static_cast<int>(double{static_cast<float>(product) / dy} + 0.5 + upper.x));
+  }
+}
+
+// The rows to be crossed. `lastOfAll` is that of the polygon on the image, `bottom` its own.
+struct Rows {
+  int first;
+  int last;
+  int lastOfAll;
+  int bottom;
+};
+
+// Calls `add` with row and column of each crossing of an edge.
+template <typename Add>
+void ForEachCrossing(const Edge& edge, const Rows& rows, const Add& add) {
+  if (edge.upper.y > rows.last || edge.lower.y < rows.first) return;
+  const int from = std::max(edge.upper.y, rows.first);
+  const int to = std::min(edge.lower.y, rows.last + 1);
+  if (FitsInt(edge, std::int64_t{rows.lastOfAll} + 1)) {
+    AddCrossings(edge, from, to, add);
+  } else {
+    for (int row = from; row < to; ++row) {
+      add(row, ExactCrossing(edge, std::int64_t{row} - edge.upper.y));
+    }
+  }
+  if (edge.lower.y == rows.bottom && rows.bottom <= rows.last) add(rows.bottom, edge.lower.x);
+}
+
+// One crossing more. Beyond three only their being odd or even tells: of two at one column the
+// first ends or begins a span there and the second undoes it, with the column painted.
+constexpr std::uint8_t OneMore(std::uint8_t count) {
+  constexpr std::uint32_t kNext = 0x02030201;
+  return static_cast<std::uint8_t>(kNext >> (8U * count));
+}
+
+// As ForEachEdge, with less to do for edges that are the same: what makes no difference to the
+// counts of their crossings is left out.
+template <typename Use>
+void ForEachDifferentEdge(std::span<const CPoint> ring, Use use) {
+  EdgeCache cache;
+  const auto useUp = [&](const EdgeCache::Entry& entry) {
+    for (int i = 0; i < entry.times; ++i) use(Edge{entry.from, entry.to});
+  };
+  ForEachEdge(ring, [&](const Edge& edge) {
+    EdgeCache::Entry& entry = cache.PlaceOf(edge.upper, edge.lower);
+    if (!entry.Is(edge.upper, edge.lower)) {
+      useUp(entry);
+      entry = {edge.upper, edge.lower};
+    }
+    entry.times = OneMore(entry.times);
+  });
+  for (const EdgeCache::Entry& entry : cache.Entries()) useUp(entry);
+}
+
 void Sort(std::span<int> values) {
   if (values.size() > kFewCrossings) {
     std::sort(values.begin(), values.end());
@@ -87,6 +159,24 @@ void PaintSpan(gdImageStruct& image, int row, int left, int right, unsigned char
   std::memset(image.pixels[row] + left, color, static_cast<std::size_t>(right - left) + 1);
 }
 
+// Paints the spans of a row from the counts of the crossings in the columns from -1 on.
+void PaintCounted(gdImageStruct& image, int row, std::span<const std::uint8_t> counts,
+                  unsigned char color) {
+  constexpr int kOutside = -2;
+  int left = kOutside;
+  int column = -1;
+  for (const std::uint8_t count : counts) {
+    if (count > 1) PaintSpan(image, row, column, column, color);
+    if (count % 2 != 0 && left != kOutside) {
+      PaintSpan(image, row, left, column, color);
+      left = kOutside;
+    } else if (count % 2 != 0) {
+      left = column;
+    }
+    ++column;
+  }
+}
+
 }  // namespace
 
 void PolygonFiller::Fill(gdImageStruct& image, const Ring& ring, int paletteIndex) {
@@ -100,11 +190,49 @@ void PolygonFiller::Fill(gdImageStruct& image, const Ring& ring, int paletteInde
   const int last = std::min(bounds.bottom, image.sy - 1);
   origin_ = std::max(bounds.top, 0);
   CountCrossings(ring, origin_, last);
+  const std::size_t columns = static_cast<std::size_t>(image.sx) + kSides;
+  const std::size_t crossings = std::accumulate(counts_.begin(), counts_.end(), std::size_t{0});
+  if (crossings > std::max(kMostCrossings, counts_.size() * columns / kColumnsPerCrossing)) {
+    FillByColumns(image, ring, last, color);
+  } else {
+    FillBySorting(image, ring, last, color);
+  }
+}
+
+void PolygonFiller::FillBySorting(gdImageStruct& image, const Ring& ring, int last,
+                                  unsigned char color) {
   for (int first = origin_; first <= last;) {
     const int end = EndOfBand(first, last);
-    FindCrossings(ring, first, end, last);
+    MakeRoom(first, end);
+    const Rows rows{first, end, last, ring.bounds.bottom};
+    const auto add = [this](int row, int column) { crossings_[ends_[IndexOf(row)]++] = column; };
+    ForEachEdge(ring.vertices, [&](const Edge& edge) { ForEachCrossing(edge, rows, add); });
     Paint(image, first, end, color);
     first = end + 1;
+  }
+}
+
+// A column on either side of the image stands for all beyond it.
+void PolygonFiller::FillByColumns(gdImageStruct& image, const Ring& ring, int last,
+                                  unsigned char color) {
+  const std::size_t columns = static_cast<std::size_t>(image.sx) + kSides;
+  const int room = static_cast<int>(std::max<std::size_t>(kMostColumns / columns, 1));
+  for (int first = origin_; first <= last; first += room) {
+    const int end = std::min(last - first, room - 1) + first;
+    columnCounts_.assign(columns * static_cast<std::size_t>(end - first + 1), 0);
+    // Bytes may alias anything: what the loop needs is its own.
+    const auto add = [=, counts = columnCounts_.data(), width = image.sx](int row, int column) {
+      const auto at = static_cast<std::size_t>(std::clamp(column, -1, width) + 1);
+      std::uint8_t& count = counts[static_cast<std::size_t>(row - first) * columns + at];
+      count = OneMore(count);
+    };
+    const Rows rows{first, end, last, ring.bounds.bottom};
+    ForEachDifferentEdge(ring.vertices,
+                         [&](const Edge& edge) { ForEachCrossing(edge, rows, add); });
+    for (int row = first; row <= end; ++row) {
+      const std::size_t begin = static_cast<std::size_t>(row - first) * columns;
+      PaintCounted(image, row, std::span(columnCounts_).subspan(begin, columns), color);
+    }
   }
 }
 
@@ -132,24 +260,6 @@ int PolygonFiller::EndOfBand(int first, int last) const {
   return end;
 }
 
-void PolygonFiller::FindCrossings(const Ring& ring, int first, int last, int lastOfAll) {
-  MakeRoom(first, last);
-  const int bottom = ring.bounds.bottom;
-  ForEachEdge(ring.vertices, [&](const Edge& edge) {
-    if (edge.upper.y > last || edge.lower.y < first) return;
-    const int from = std::max(edge.upper.y, first);
-    const int to = std::min(edge.lower.y, last + 1);
-    if (FitsInt(edge, std::int64_t{lastOfAll} + 1)) {
-      AddCrossings(edge.upper, edge.lower, from, to);
-    } else {
-      for (int row = from; row < to; ++row) {
-        Add(row, ExactCrossing(edge, std::int64_t{row} - edge.upper.y));
-      }
-    }
-    if (edge.lower.y == bottom && bottom <= last) Add(bottom, edge.lower.x);
-  });
-}
-
 // Sets the ends to the beginnings: each row has room for its crossings, as they were counted.
 void PolygonFiller::MakeRoom(int first, int last) {
   const std::size_t begin = IndexOf(first);
@@ -161,17 +271,6 @@ void PolygonFiller::MakeRoom(int first, int last) {
     total += counts_[i];
   }
   if (crossings_.size() < total) crossings_.resize(total);
-}
-
-// The crossings of an edge whose products fit an int, in gd's own mix of int, float and double: a
-// page must not change by a pixel with the way it is filled.
-void PolygonFiller::AddCrossings(const CPoint& upper, const CPoint& lower, int from, int to) {
-  const std::int64_t dx = lower.x - upper.x;
-  const auto dy = static_cast<float>(lower.y - upper.y);
-  std::int64_t product = (from - upper.y) * dx;
-  for (int row = from; row < to; ++row, product += dx) {
-    Add(row, static_cast<int>(double{static_cast<float>(product) / dy} + 0.5 + upper.x));
-  }
 }
 
 void PolygonFiller::Paint(gdImageStruct& image, int first, int last, unsigned char color) {

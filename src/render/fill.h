@@ -4,6 +4,7 @@
 #define VEXEL_RENDER_FILL_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "platform/geometry.h"
@@ -30,19 +31,19 @@ class PolygonFiller {
  private:
   void CountCrossings(const Ring& ring, int first, int last);
   int EndOfBand(int first, int last) const;
-  void FindCrossings(const Ring& ring, int first, int last, int lastOfAll);
+  void FillBySorting(gdImageStruct& image, const Ring& ring, int last, unsigned char color);
+  void FillByColumns(gdImageStruct& image, const Ring& ring, int last, unsigned char color);
   void MakeRoom(int first, int last);
-  void AddCrossings(const CPoint& upper, const CPoint& lower, int from, int to);
   void Paint(gdImageStruct& image, int first, int last, unsigned char color);
 
   // The rows at work have indexes from `origin_` on.
   std::size_t IndexOf(int row) const { return static_cast<std::size_t>(row - origin_); }
-  void Add(int row, int column) { crossings_[ends_[IndexOf(row)]++] = column; }
 
   int origin_ = 0;
-  std::vector<std::size_t> counts_;  // of the crossings of each row, and one more
-  std::vector<std::size_t> ends_;    // where the next crossing of each row goes
-  std::vector<int> crossings_;       // of the rows at work, row after row
+  std::vector<std::size_t> counts_;         // of the crossings of each row, and one more
+  std::vector<std::size_t> ends_;           // where the next crossing of each row goes
+  std::vector<int> crossings_;              // of the rows at work, row after row
+  std::vector<std::uint8_t> columnCounts_;  // how often each column of the rows is crossed
 };
 
 }  // namespace vexel

@@ -8,9 +8,14 @@
 #include <cstring>
 #include <utility>
 
+#include "render/edge_cache.h"
+
 namespace vexel {
 
 namespace {
+
+// From so many on it pays to look whether an edge has been drawn already.
+constexpr std::size_t kManyVertices = 100'000;
 
 // Wide enough for differences of any two ints.
 struct WidePoint {
@@ -111,6 +116,18 @@ void DrawInside(gdImageStruct& image, CPoint from, CPoint to, unsigned char colo
   }
 }
 
+// Draws the edges of a closed outline but the last by `draw`; a vertex that repeats the one before
+// makes none.
+template <typename Draw>
+void DrawEdges(std::span<const CPoint> vertices, Draw draw) {
+  CPoint from = vertices.front();
+  for (const CPoint& to : vertices) {
+    if (to == from) continue;
+    draw(from, to);
+    from = to;
+  }
+}
+
 }  // namespace
 
 void DrawLine(gdImageStruct& image, CPoint from, CPoint to, int paletteIndex) {
@@ -129,12 +146,19 @@ void DrawLine(gdImageStruct& image, CPoint from, CPoint to, int paletteIndex) {
 void DrawRing(gdImageStruct& image, const Ring& ring, int paletteIndex) {
   if (ring.vertices.empty() || ring.IsOff(image.sx, image.sy)) return;
   DrawLine(image, ring.vertices.front(), ring.vertices.back(), paletteIndex);
-  CPoint from = ring.vertices.front();
-  for (const CPoint& to : ring.vertices) {
-    if (to == from) continue;
-    DrawLine(image, from, to, paletteIndex);
-    from = to;
+  if (ring.vertices.size() < kManyVertices) {
+    DrawEdges(ring.vertices, [&](const CPoint& from, const CPoint& to) {
+      DrawLine(image, from, to, paletteIndex);
+    });
+    return;
   }
+  EdgeCache cache;
+  DrawEdges(ring.vertices, [&](const CPoint& from, const CPoint& to) {
+    EdgeCache::Entry& entry = cache.PlaceOf(from, to);
+    if (entry.Is(from, to)) return;
+    entry = {from, to, 1};
+    DrawLine(image, from, to, paletteIndex);
+  });
 }
 
 }  // namespace vexel

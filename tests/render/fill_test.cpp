@@ -133,17 +133,33 @@ TEST(FillTest, RingsAtTheEndsOfAnIntReachNoRowOutsideTheImage) {
   }
 }
 
-// More crossings than are held at a time: the rows are filled in several bands.
-TEST(FillTest, AnOutlineThatRunsUpAndDownThePageIsFilledInBands) {
-  std::vector<CPoint> ring;
-  for (int i = 0; i < 1000; ++i) ring.push_back({i * 7 % 300, i % 2 == 0 ? -1 : 301});
-  std::vector<gdPoint> points = ForGd(ring);
-  const Picture theirs(300, 300);
-  const Picture ours(300, 300);
-  gdImageFilledPolygon(theirs.get(), points.data(), static_cast<int>(points.size()), kColor);
+// More crossings than are held at a time, sorted and counted, in several bands each; and edges that
+// come again and again.
+TEST(FillTest, AnOutlineThatRunsUpAndDownThePageIsFilledAsAnyOther) {
+  struct Case {
+    int width, height, vertices, step;
+  };
+  constexpr int kMany = 120'000;
   PolygonFiller filler;
-  filler.Fill(*ours, Ring(ring), kColor);
-  EXPECT_EQ(Difference(*theirs, *ours), "");
+  for (const auto& [width, height, vertices, step] :
+       {Case{300, 300, 1000, 7}, Case{9000, 300, 1000, 77}, Case{30000, 150, 3800, 41},
+        Case{60, 60, 5001, 7}, Case{60, 60, kMany, 31}}) {
+    std::vector<CPoint> ring;
+    for (int i = 0; i < vertices; ++i) {
+      ring.push_back({i * step % width - i % 3, i % 2 == 0 ? -1 : height - i % 5});
+    }
+    std::vector<gdPoint> points = ForGd(ring);
+    const Picture theirs(width, height);
+    const Picture ours(width, height);
+    if (vertices < kMany) {  // gd would take minutes
+      gdImageFilledPolygon(theirs.get(), points.data(), vertices, kColor);
+      filler.Fill(*ours, Ring(ring), kColor);
+    }
+    EXPECT_EQ(Difference(*theirs, *ours), "") << "fill " << width << ' ' << vertices;
+    gdImagePolygon(theirs.get(), points.data(), vertices, 1);
+    DrawRing(*ours, Ring(ring), 1);
+    EXPECT_EQ(Difference(*theirs, *ours), "") << "line " << width << ' ' << vertices;
+  }
 }
 
 }  // namespace
