@@ -33,7 +33,7 @@ constexpr int kMostVariables = 1'000'000;
 constexpr int kMostMaps = 4;
 
 // Whether a file is long enough for a row of that many columns: each takes a character and a tab.
-// Of what is no regular file the length is not known.
+// Of some files that the system makes the length is not known.
 bool CanHold(const CSpecFile& file, int columns) {
   return file.GetLength() == 0 || file.GetLength() / 2 >= columns;
 }

@@ -4,7 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <charconv>
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -16,6 +19,8 @@
 namespace {
 
 constexpr std::size_t kWriteBuffer = std::size_t{256} * 1024;
+constexpr int kNoRegularFile = -1;     // a reason of our own
+constexpr int kMostTemporaries = 100;  // of one process for one target
 
 CFileStatus::Time ToTime(const timespec& time) {
   return CFileStatus::Time(std::chrono::seconds(time.tv_sec) +
@@ -34,6 +39,30 @@ std::string ResolveLinks(std::filesystem::path path) {
   }
   return path.string();
 }
+
+// Opens without waiting for whoever is at the other end of a pipe. Where another program holds a
+// lease on a regular file that would fail instead of waiting for its end.
+int OpenToRead(const char* path) {
+  constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY;
+  const int descriptor = ::open(path, kFlags | O_NONBLOCK);
+  struct stat status {};
+  const bool isHeld = descriptor < 0 && errno == EWOULDBLOCK && ::stat(path, &status) == 0;
+  return isHeld && S_ISREG(status.st_mode) ? ::open(path, kFlags) : descriptor;
+}
+
+// The name by which the system knows an open file, whether it has another one or not.
+class DescriptorPath {
+ public:
+  explicit DescriptorPath(int descriptor) noexcept {
+    constexpr std::string_view kFolder = "/proc/self/fd/";
+    char* const digits = std::copy(kFolder.begin(), kFolder.end(), text_.data());
+    *std::to_chars(digits, text_.end() - 1, descriptor).ptr = '\0';
+  }
+  const char* Get() const noexcept { return text_.data(); }
+
+ private:
+  std::array<char, 32> text_;
+};
 
 }  // namespace
 
@@ -62,15 +91,17 @@ bool CFile::Refuse(int reason) noexcept {
 }
 
 std::string CFile::GetReason() const {
+  if (reason_ == kNoRegularFile) return "Is no regular file";
   return reason_ == 0 ? "" : std::error_code(reason_, std::generic_category()).message();
 }
 
 bool CFile::OpenForReading(const char* path) {
-  descriptor_ = ::open(path, O_RDONLY | O_CLOEXEC);
+  descriptor_ = OpenToRead(path);
   struct stat status {};
   if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return Refuse(errno);
   if (S_ISDIR(status.st_mode)) return Refuse(EISDIR);
-  length_ = S_ISREG(status.st_mode) ? status.st_size : 0;
+  if (!S_ISREG(status.st_mode)) return Refuse(kNoRegularFile);
+  length_ = status.st_size;
   return true;
 }
 
@@ -94,15 +125,51 @@ bool CFile::OpenForWriting(const char* path) {
 }
 
 bool CFile::OpenTemporary() {
-  constexpr int kTries = 100;
-  for (int number = 0; number < kTries && descriptor_ < 0; ++number) {
-    temporary_ = target_ + ".tmp" + std::to_string(::getpid()) + '-' + std::to_string(number);
+  temporary_ = target_ + ".tmp" + std::to_string(::getpid()) + '-';
+  temporary_.reserve(temporary_.size() + 2);  // so that naming it takes no memory
+  NumberTemporary(0);
+  if (OpenNameless()) return true;
+  for (int number = 0; number < kMostTemporaries && descriptor_ < 0; ++number) {
+    NumberTemporary(number);
     descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor_ < 0 && errno != EEXIST) break;
   }
   if (descriptor_ >= 0) return true;
   temporary_.clear();
   return Refuse(errno);
+}
+
+// A file that the folder does not show. Not where it could have no name later.
+bool CFile::OpenNameless() {
+#ifdef O_TMPFILE
+  struct stat status {};
+  if (::lstat(temporary_.c_str(), &status) != 0 && errno != ENOENT) return false;
+  const std::size_t name = target_.rfind('/') + 1;
+  const std::string folder = name == 0 ? "." : target_.substr(0, name);
+  descriptor_ = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666);
+  nameless_ = descriptor_ >= 0 && ::access(DescriptorPath(descriptor_).Get(), F_OK) == 0;
+  if (!nameless_ && descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+#endif
+  return nameless_;
+}
+
+void CFile::NumberTemporary(int number) {
+  std::array<char, 2> digits;
+  const auto [end, error] = std::to_chars(digits.begin(), digits.end(), number);
+  temporary_.resize(temporary_.rfind('-') + 1);
+  temporary_.append(digits.begin(), end);
+}
+
+// Gives the nameless file the first name of its target's that is free.
+bool CFile::NameTemporary() {
+  const DescriptorPath path(descriptor_);
+  for (int number = 0; number < kMostTemporaries; ++number) {
+    NumberTemporary(number);
+    nameless_ =
+        ::linkat(AT_FDCWD, path.Get(), AT_FDCWD, temporary_.c_str(), AT_SYMLINK_FOLLOW) != 0;
+    if (!nameless_ || errno != EEXIST) break;
+  }
+  return !nameless_;
 }
 
 // The way that is left where the folder takes no new file but the target may be written.
@@ -175,6 +242,7 @@ bool CFile::MoveIntoPlace() {
   // Closing tells of what a write could not, such as a full share. A sync to the medium is left to
   // the system: it guards against a loss of power alone and would cost more than the page.
   if (inPlace_ && ::ftruncate(descriptor_, position_) != 0) return Refuse(errno);
+  if (nameless_ && !NameTemporary()) return Refuse(errno);
   if (::close(std::exchange(descriptor_, -1)) != 0) return Refuse(errno);
   if (temporary_.empty()) return true;
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return Refuse(errno);
@@ -183,14 +251,14 @@ bool CFile::MoveIntoPlace() {
 }
 
 void CFile::Abort() noexcept {
-  if (!temporary_.empty()) ::unlink(temporary_.c_str());
+  if (!temporary_.empty() && !nameless_) ::unlink(temporary_.c_str());
   Forget();
 }
 
 void CFile::Forget() noexcept {
   if (descriptor_ >= 0) ::close(descriptor_);
   descriptor_ = -1;
-  writing_ = failed_ = inPlace_ = false;
+  writing_ = failed_ = inPlace_ = nameless_ = false;
   position_ = length_ = 0;
   target_.clear();
   temporary_.clear();

@@ -28,12 +28,17 @@ struct CFileStatus {
 
 // A binary file.
 //
+// A file opened for reading must be a regular one: a pipe or a device might keep its reader
+// waiting, or never end.
+//
 // A file opened with modeCreate is written beside its target and takes the target's place when it
 // is closed and every byte has been taken. Until then, and after any failure, an earlier file of
-// that name stands as it was. A target that is no regular file (a terminal, a pipe) is written
-// directly. So is a writable one beside which no file can be made, with a remark to the host: what
-// is written is held in memory then until Flush or Close, and a disk that fills up tears the file.
-// Reading and writing fail silently and once for all: HasFailed and Close tell.
+// that name stands as it was. Where the system has files without a name it is one of those, so that
+// a program that is killed leaves nothing behind; it then has a name only from the last byte to
+// its place, for the two calls that this takes. A target that is no regular file (a terminal, a
+// pipe) is written directly. So is a writable one beside which no file can be made, with a remark
+// to the host: what is written is held in memory then until Flush or Close, and a disk that fills
+// up tears the file. Reading and writing fail silently and once for all: HasFailed and Close tell.
 class VEXEL_API CFile : public CObject {
  public:
   enum OpenFlags : unsigned {
@@ -51,7 +56,8 @@ class VEXEL_API CFile : public CObject {
   // Closes as Close does, unless an exception thrown since Open is passing: then it discards.
   ~CFile() override;
 
-  // Nonzero on success. A directory is refused. modeWrite goes with modeCreate.
+  // Nonzero on success. A directory is refused, and for reading whatever is no regular file.
+  // modeWrite goes with modeCreate.
   virtual int Open(const char* path, unsigned flags);
   bool IsOpen() const noexcept { return descriptor_ >= 0; }
 
@@ -63,11 +69,11 @@ class VEXEL_API CFile : public CObject {
   // True once the file could not be read on or did not take what was written.
   bool HasFailed() const noexcept { return failed_; }
 
-  // Why the file could not be opened, read on or written, in the system's words; empty while
-  // nothing has failed. Stays until the next Open.
+  // Why the file could not be opened, read on or written, in the system's words where they are its
+  // reasons; empty while nothing has failed. Stays until the next Open.
   std::string GetReason() const;
 
-  // Bytes read or written so far, and in all. The length of what is no regular file is 0.
+  // Bytes read or written so far, and in all.
   std::int64_t GetPosition() const noexcept { return position_; }
   std::int64_t GetLength() const noexcept { return length_; }
 
@@ -91,6 +97,9 @@ class VEXEL_API CFile : public CObject {
   bool OpenForReading(const char* path);
   bool OpenForWriting(const char* path);
   bool OpenTemporary();
+  bool OpenNameless();
+  void NumberTemporary(int number);
+  bool NameTemporary();
   bool MoveIntoPlace();
   void WriteOut(const char* bytes, std::size_t count);
   void Forget() noexcept;
@@ -100,12 +109,13 @@ class VEXEL_API CFile : public CObject {
   int descriptor_ = -1;
   bool writing_ = false;
   bool failed_ = false;
-  int reason_ = 0;  // the system's number for the first failure
+  int reason_ = 0;  // the system's number for the first failure, or one of ours
   int exceptionsAtOpen_ = 0;
   std::int64_t position_ = 0;
   std::int64_t length_ = 0;
   std::string target_;
   std::string temporary_;  // empty when the target is written directly
+  bool nameless_ = false;  // the temporary file has not taken its name yet
   bool inPlace_ = false;   // the target is a regular file
   std::vector<char> pending_;
 };
