@@ -143,11 +143,7 @@ void CMapOb::LoadNew(CArchive& ar, bool floats, bool oldFormat, int depth) {
   }
   ar >> dropped;
   LoadKey(ar, oldFormat);
-  for (std::int32_t left = LoadCount(ar); left > 0; --left) {
-    auto polygon = std::make_unique<CPolygon>();
-    polygon->Load(ar, floats);
-    Adopt(std::move(polygon));
-  }
+  LoadPolygons(ar, floats);
   const std::int32_t count = LoadCount(ar);
   if (count > 0 && depth > vexel::kDeepestNesting) ThrowDamage(Message::compiledTooDeep);
   for (std::int32_t left = count; left > 0; --left) {
@@ -157,6 +153,33 @@ void CMapOb::LoadNew(CArchive& ar, bool floats, bool oldFormat, int depth) {
   }
 }
 
+void CMapOb::LoadPolygons(CArchive& ar, bool floats) {
+  std::unique_ptr<CPolygon> polygon;
+  for (std::int32_t left = LoadCount(ar); left > 0; --left) {
+    if (polygon == nullptr) polygon = std::make_unique<CPolygon>();
+    polygon->Load(ar, floats);
+    if (CPolygon* shared = SharedFor(*polygon); shared != nullptr) {
+      polygons.Add(shared);
+    } else {
+      Adopt(std::move(polygon));
+    }
+  }
+}
+
+// Fills a polygon with its floats. One that is shared has no points and must get none.
+void CMapOb::MergePolygon(CArchive& ar, CPolygon*& polygon) {
+  if (!polygon->shared) {
+    polygon->Load(ar, true);
+    CheckShape(polygon->GetSize(), polygon->GetSizeF());
+    return;
+  }
+  auto found = std::make_unique<CPolygon>();
+  found->Load(ar, true);
+  CheckShape(0, found->GetSizeF());
+  CPolygon* const shared = SharedFor(*found);
+  polygon = shared != nullptr ? shared : found.release();
+}
+
 // Fills the polygons and children from the given ones on, which the integer half has made.
 void CMapOb::MergeFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild) {
   std::int32_t dropped = 0;
@@ -164,9 +187,8 @@ void CMapOb::MergeFloats(CArchive& ar, bool oldFormat, int firstPolygon, int fir
   ar >> boundRectF.top >> boundRectF.bottom >> boundRectF.left >> boundRectF.right >> dropped;
   LoadKey(ar, oldFormat);
   CheckShape(GetNumPolygons() - firstPolygon, LoadCount(ar));
-  for (CPolygon* polygon : polygons.Elements().subspan(static_cast<std::size_t>(firstPolygon))) {
-    polygon->Load(ar, true);
-    CheckShape(polygon->GetSize(), polygon->GetSizeF());
+  for (CPolygon*& polygon : polygons.Elements().subspan(static_cast<std::size_t>(firstPolygon))) {
+    MergePolygon(ar, polygon);
   }
   CheckShape(GetNumChildren() - firstChild, LoadCount(ar));
   for (CMapOb* child : children.Elements().subspan(static_cast<std::size_t>(firstChild))) {
@@ -225,9 +247,25 @@ void CVELAMap::LoadMap(CArchive& ar, int withFloatPass) {
   const int firstPolygon = GetNumPolygons();
   const int firstChild = GetNumChildren();
   const bool oldFormat = compiledOldFormat != 0;
+  const std::int64_t before = ar.GetBytesLeft();
   Serialize(ar, 0, oldFormat);
-  if (withFloatPass != 0) MergeFloats(ar, oldFormat, firstPolygon, firstChild);
+  if (withFloatPass != 0) {
+    MergeFloats(ar, oldFormat, firstPolygon, firstChild);
+  } else {
+    endsInFloats = EndsInFloats(before, ar.GetBytesLeft(), firstChild);
+  }
   compiledValid = 1;
+}
+
+// Whether a file that has so many bytes left before and behind the integer half ends within the
+// other one, which takes as many but for the angle of each node. A file may also have none.
+bool CVELAMap::EndsInFloats(std::int64_t before, std::int64_t behind, int firstChild) const {
+  if (behind <= 0) return false;
+  int nodes = 1;
+  for (const CMapOb* child : children.Elements().subspan(static_cast<std::size_t>(firstChild))) {
+    child->Count(nodes);
+  }
+  return behind < before - behind - std::int64_t{sizeof(angle)} * nodes;
 }
 
 bool CVELAMap::LoadTag(CArchive& ar) {

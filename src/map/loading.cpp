@@ -39,11 +39,15 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   constexpr int kReadBlock = 64 * 1024;
   CArchive ar(&file, CArchive::load, kReadBlock);
   const int firstChild = GetNumChildren();
+  endsInFloats = false;
   Serialize(ar, loadFloats);
   if (compiledValid == 0) {
     CString shown = path;
     Tell(CHost::ok, Message::invalidMapFile, {.file = path.View()}, shown.MakeUpper());
     return 0;
+  }
+  if (endsInFloats) {
+    CHost::GetCurrent().Remark({.kind = vexel::RemarkKind::endsInFloats, .file = path.View()});
   }
   floatsLoaded = loadFloats;
   PrepareTree();

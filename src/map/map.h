@@ -166,6 +166,9 @@ class VEXEL_API CVELAMap : public CMapOb {
   void StoreMap(CArchive& ar, int withFloatPass);
   void LoadMap(CArchive& ar, int withFloatPass);
   bool LoadTag(CArchive& ar);
+  bool EndsInFloats(std::int64_t before, std::int64_t behind, int firstChild) const;
+
+  bool endsInFloats = false;  // the compiled file loaded last, of which they were not wanted
 };
 
 #endif  // VEXEL_MAP_MAP_H_

@@ -1,7 +1,10 @@
 #include "map/mapob.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <memory>
+#include <new>
 #include <utility>
 
 CObject* CMapOb::CreateObject() { return new CMapOb; }
@@ -14,9 +17,34 @@ CRuntimeClass* CMapOb::GetThisClass() {
 CRuntimeClass* CMapOb::GetRuntimeClass() const { return GetThisClass(); }
 
 CMapOb::~CMapOb() {
-  std::for_each(polygons.begin(), polygons.end(), std::default_delete<CPolygon>());
+  for (const CPolygon* polygon : polygons) {
+    if (polygon != nullptr && !polygon->shared) delete polygon;
+  }
   polygons.RemoveAll();
   RemoveAllChildren();
+}
+
+// A file of a few bytes for each polygon must not take a hundred in memory: those without points,
+// outlines and holes, are two objects for the whole process, which live to its end.
+CPolygon* CMapOb::SharedFor(const CPolygon& polygon) {
+  if (polygon.GetSize() > 0 || polygon.GetSizeF() > 0) return nullptr;
+  if (polygon.hole != 0 && polygon.hole != 1) return nullptr;
+  constexpr auto make = [](void* room, int hole) {
+    auto* made = new (room) CPolygon;
+    made->hole = hole;
+    made->shared = true;
+    return made;
+  };
+  alignas(CPolygon) static std::array<std::array<std::byte, sizeof(CPolygon)>, 2> room;
+  static CPolygon* const outline = make(room[0].data(), 0);
+  static CPolygon* const hole = make(room[1].data(), 1);
+  return polygon.hole == 0 ? outline : hole;
+}
+
+CPolygon* CMapOb::MakeOwn(int index) {
+  auto own = std::make_unique<CPolygon>();
+  own->hole = polygons[index]->hole;
+  return polygons[index] = own.release();
 }
 
 void CMapOb::RemoveAllChildren() {

@@ -124,9 +124,14 @@ class VEXEL_API CMapOb : public CObject {
     }
   }
 
-  // Polygons. Adding hands ownership to the node; removing hands it back to the caller.
+  // Polygons. Adding hands ownership to the node; removing hands it back to the caller, who has the
+  // polygon from the first GetPoly. To the second one, polygons of a compiled map that have no
+  // points may all be the same.
   int GetNumPolygons() const { return polygons.GetSize(); }
-  CPolygon* GetPoly(int index) { return polygons[index]; }
+  CPolygon* GetPoly(int index) {
+    CPolygon* polygon = polygons[index];
+    return polygon != nullptr && polygon->shared ? MakeOwn(index) : polygon;
+  }
   const CPolygon* GetPoly(int index) const { return polygons[index]; }
   void AddPoly(CPolygon* polygon) { polygons.Add(polygon); }
   void Adopt(std::unique_ptr<CPolygon> polygon) {
@@ -206,6 +211,12 @@ class VEXEL_API CMapOb : public CObject {
   void LoadNew(CArchive& ar, bool floats, bool oldFormat, int depth);
   void MergeFloats(CArchive& ar, bool oldFormat, int firstPolygon, int firstChild);
   void LoadKey(CArchive& ar, bool oldFormat);
+  void LoadPolygons(CArchive& ar, bool floats);
+  void MergePolygon(CArchive& ar, CPolygon*& polygon);
+  CPolygon* MakeOwn(int index);
+
+  // The polygon that stands for the given one, if it has no points; else null.
+  static CPolygon* SharedFor(const CPolygon& polygon);
 
   // In this order, what every walk over the tree looks at comes first and stands close together.
   vexel::GrowArray<CMapOb*> children{kGrowBy};

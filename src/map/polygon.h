@@ -73,6 +73,7 @@ class VEXEL_API CPolygon : public CObject {
   // Appends integer vertices for all float ones; `project` turns a tagVELAPOINTF into a CPoint.
   template <typename Projection>
   void AppendProjected(Projection project) {
+    if (pointsF.IsEmpty()) return;
     CPoint* to = points.Extend(pointsF.GetSize());
     for (const tagVELAPOINTF& point : pointsF) *to++ = project(point);
   }
@@ -84,11 +85,14 @@ class VEXEL_API CPolygon : public CObject {
   void Load(CArchive& ar, bool floats);
 
  private:
+  friend class CMapOb;
+
   static constexpr int kGrowBy = 25;
 
   vexel::GrowArray<CPoint> points{kGrowBy};
   vexel::GrowArray<tagVELAPOINTF> pointsF{kGrowBy};
   int hole = 0;
+  bool shared = false;  // stands for any number of polygons without points, and is not changed
 };
 
 #endif  // VEXEL_MAP_POLYGON_H_

@@ -66,6 +66,9 @@ constexpr std::array kRemarks{
     RemarkEntry{notOpened, "not-opened", "the file cannot be opened: %r"},
     RemarkEntry{writtenInPlace, "written-in-place",
                 "no file can be made beside it (%r), so it is written over in its place"},
+    RemarkEntry{endsInFloats, "ends-in-second-half",
+                "the file ends in the midst of its second half, which holds the map units; it can "
+                "be drawn, but not made a text map"},
 };
 
 constexpr RemarkEntry kNone{};

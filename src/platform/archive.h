@@ -38,6 +38,11 @@ class VEXEL_API CArchive {
   // Hands what is buffered to the file. Nothing may be stored afterwards.
   void Close() noexcept;
 
+  // Loading: bytes of the file behind what has been read, as far as its length is known.
+  std::int64_t GetBytesLeft() const noexcept {
+    return file_->GetLength() - file_->GetPosition() + static_cast<std::int64_t>(filled_ - next_);
+  }
+
   // Reads up to `count` bytes; fewer only at the end of the file.
   std::size_t Read(void* bytes, std::size_t count);
   void Write(const void* bytes, std::size_t count);

@@ -49,6 +49,7 @@ enum class RemarkKind : int {
   // Files.
   notOpened = 16251,
   writtenInPlace = 16252,
+  endsInFloats = 16253,
 };
 
 // Where the doubt is and what it is about. What is not known or does not matter is empty or 0. The

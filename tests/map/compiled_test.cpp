@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <bit>
 
 #include "map/map_fixture.h"
@@ -114,6 +116,43 @@ TEST_F(CompiledMap, TheUsualLoadTakesTheIntegerHalfAndNeedsNoMore) {
   EXPECT_EQ(map.SaveMpc(Path("s.mpc")), 0);
   EXPECT_EQ(TakeBoxes(), "0 Can't save .MPC file; no floating point coordinates loaded.\n");
   EXPECT_EQ(dir.List(), std::vector<std::string>{"m.mpc"});
+}
+
+TEST_F(CompiledMap, AFileCutInTheHalfThatIsNotReadIsRemarkedOn) {
+  const std::string whole = WholeFile();
+  const std::size_t half = Bytes().Head(kTag).IntegerHalf().all.size();
+  for (std::size_t size = half; size <= whole.size() + 1; ++size) {
+    ProbeMap map;
+    ASSERT_EQ(LoadBytes(map, (whole + "!").substr(0, size), 0), 1);
+    const bool isCut = size > half && size < whole.size();
+    ASSERT_EQ(host.TakeRemarks(), isCut ? "0 ends-in-second-half: ; ; \n" : "") << size;
+  }
+}
+
+TEST_F(CompiledMap, PolygonsWithoutPointsTakeLittleMemoryAndAreTheirOwnOnceTouched) {
+  constexpr int kMany = 100'000;
+  Bytes bytes;
+  bytes.Head(kTag).Node("M", 1, kMany, 0, 0, 0, 0, 0.0F);
+  for (int i = 0; i < kMany; ++i) bytes.Put(0, i % 2);
+  bytes.Put(0).Node("M", 1, kMany, 0.0F, 0.0F, 0.0F, 0.0F);
+  for (int i = 0; i < kMany; ++i) bytes.Put(0, i % 3 == 0 ? 5 : i % 2);
+  bytes.Put(0);
+  const CVELAString path = Put("m.mpc", bytes.all);
+  const auto used = [] { return ::mallinfo2().uordblks + ::mallinfo2().hblkhd; };
+  const std::size_t before = used();
+  ProbeMap map;
+  ASSERT_EQ(map.Build(path, 0, 0), 1);
+  EXPECT_LT(used() - before, 4 * bytes.all.size() / 2);
+  const CMapOb& node = map;
+  EXPECT_EQ(node.GetPoly(3)->IsHole(), 1);
+  map.GetPoly(3)->AddPoint(1, 2);
+  EXPECT_EQ(node.GetPoly(3)->GetSize(), 1);
+  EXPECT_EQ(node.GetPoly(5)->GetSize(), 0);
+  ProbeMap both;
+  ASSERT_EQ(both.Build(path, 1, 0), 1);
+  EXPECT_EQ(static_cast<const CMapOb&>(both).GetPoly(3)->IsHole(), 5);
+  EXPECT_EQ(both.GetPoly(5)->IsHole(), 1);
+  EXPECT_EQ(both.GetPoly(4)->IsHole(), 0);
 }
 
 TEST_F(CompiledMap, TagsMatchInAnyLetterCaseAndTheOldOneUnsetsZeroCodes) {

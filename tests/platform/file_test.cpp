@@ -1,10 +1,13 @@
 #include "platform/file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -125,6 +128,36 @@ TEST(File, IsWrittenInPlaceWhereNoFileCanBeMadeBesideIt) {
   }
   EXPECT_EQ(dir.Read(name), "new");
   EXPECT_EQ(dir.List(), std::vector<std::string>{name});
+}
+
+TEST(File, LeavesNothingBehindWhenItsProcessIsKilled) {
+  const TempDir dir;
+  const int nameless = ::open(dir.Path("").c_str(), O_WRONLY | O_TMPFILE, 0600);
+  if (nameless < 0) GTEST_SKIP() << "no files without a name here";
+  ::close(nameless);
+  dir.Write("a", "old");
+  const pid_t child = ::fork();
+  if (child == 0) {
+    CFile file;
+    file.Open(dir.Path("a").c_str(), kWrite);
+    file.Write(std::string(1'000'000, 'x').data(), 1'000'000);
+    ::kill(::getpid(), SIGKILL);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(dir.Read("a"), "old");
+  EXPECT_EQ(dir.List(), std::vector<std::string>{"a"});
+}
+
+TEST(File, WhatIsNoRegularFileIsRefusedAtOnce) {
+  const TempDir dir;
+  ASSERT_EQ(::mkfifo(dir.Path("pipe").c_str(), 0600), 0);
+  for (const std::string& path : {dir.Path("pipe"), std::string("/dev/zero")}) {
+    CFile file;
+    EXPECT_EQ(file.Open(path.c_str(), CFile::modeRead), 0);
+    EXPECT_EQ(file.GetReason(), "Is no regular file");
+  }
 }
 
 TEST(File, TellsPositionLengthTimeAndWhatCouldNotBeRead) {
