@@ -7,6 +7,7 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/classes/classes.h
   kit/files/files.h
   kit/files/looks.h
+  kit/files/printable.h
   kit/palettes/color.h
   kit/palettes/palettes.h
   kit/report/page_html.h

@@ -13,6 +13,7 @@
 #include "commands.h"
 #include "kit/files/files.h"
 #include "kit/files/looks.h"
+#include "kit/files/printable.h"
 #include "kit/request/error.h"
 #include "kit/request/json_text.h"
 #include "kit/view/load.h"

@@ -48,7 +48,7 @@ int Convert(int argc, const char* const* argv, CliHost& host) {
                       " filled in, separators of the locale, the map where it is. No map is"
                       " compiled.",
                       "vexel convert old.mdf -o new.mdf");
-  arguments.Positional("DATA", "Map data file, or - for standard input", input);
+  arguments.Positional("DATA", "Map data file, or - for standard input, of 1 GB at most", input);
   arguments.Option("-o,--output", "FILE", "The new file, or - for standard output", output);
   if (!arguments.Parse(argc, argv)) return kDone;
   if (output.empty()) throw WrongRequest("-o is missing");

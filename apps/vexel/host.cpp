@@ -12,12 +12,15 @@
 #include <cstdio>
 #include <new>
 
+#include "kit/files/printable.h"
+
 namespace vexel::cli {
 
 namespace {
 
 constexpr std::size_t kLongestLine = 500;
 constexpr std::size_t kRemarksShown = 5;
+constexpr std::size_t kMessagesShown = 20;
 constexpr std::chrono::milliseconds kBeforeBar{400};
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -40,6 +43,12 @@ char CharacterFor(std::string_view text) {
   return found == kGlyphs.end() ? '\0' : found->character;
 }
 
+std::string GroupedByThousands(std::size_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t at = text.size(); at > 3; text.insert(at, 1, ',')) at -= 3;
+  return text;
+}
+
 // The locale that the environment names, read without making it the process's own. Where it has
 // nothing that one byte could stand for, the defaults hold.
 NumberSeparators LocaleSeparators() {
@@ -58,15 +67,7 @@ NumberSeparators LocaleSeparators() {
   return separators;
 }
 
-bool UpsetsTerminal(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
-
 }  // namespace
-
-std::string Printable(std::string_view text) {
-  std::string line(text);
-  std::replace_if(line.begin(), line.end(), UpsetsTerminal, '?');
-  return line;
-}
 
 void Say(std::initializer_list<std::string_view> parts) noexcept {
   constexpr std::string_view kName = "vexel: ";
@@ -77,7 +78,7 @@ void Say(std::initializer_list<std::string_view> parts) noexcept {
   bool isWhole = true;
   for (const std::string_view part : parts) {
     const std::string_view fits = part.substr(0, room);
-    to = std::replace_copy_if(fits.begin(), fits.end(), to, UpsetsTerminal, '?');
+    to = CopyPrintable(fits, to);
     room -= fits.size();
     isWhole = isWhole && fits.size() == part.size();
   }
@@ -89,8 +90,17 @@ void Say(std::initializer_list<std::string_view> parts) noexcept {
 bool CliHost::ShowsProgress() const { return progressWanted_ && ::isatty(STDERR_FILENO) != 0; }
 
 void CliHost::Tell(const std::string& message) {
+  if (++messageCount_ > kMessagesShown) return;
   ClearBar();
   Say(message);
+}
+
+void CliHost::TellOfMoreMessages(bool endsWithOne) const {
+  if (messageCount_ <= kMessagesShown) return;
+  const std::size_t hidden = messageCount_ - kMessagesShown - (endsWithOne ? 1 : 0);
+  // Numbers that are short enough for a string take no memory.
+  if (hidden > 0) Say({"and ", GroupedByThousands(hidden), " more"});
+  if (endsWithOne) Say(GetLastMessage());
 }
 
 void CliHost::Doubt(const RemarkInfo& /*remark*/, const std::string& sentence) {

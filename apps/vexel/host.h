@@ -13,9 +13,6 @@
 
 namespace vexel::cli {
 
-// The text with "?" for what would upset a terminal.
-std::string Printable(std::string_view text);
-
 // Writes "vexel: " and the text, which may come in parts, as one line to standard error. What would
 // upset a terminal is replaced. Takes no memory, so that it can tell that there is none.
 void Say(std::initializer_list<std::string_view> parts) noexcept;
@@ -37,6 +34,10 @@ class CliHost : public Listener {
   void SetProgressWanted(bool wanted) { progressWanted_ = wanted; }
   bool ShowsProgress() const override;
 
+  // The first messages are printed as they come; this tells how many more there were, and the last
+  // of them when it is the one that ended the command.
+  void TellOfMoreMessages(bool endsWithOne) const;
+
   // The first few remarks of the readers are printed as they come, unless that is not wanted; this
   // tells how many more there were.
   void SetRemarksWanted(bool wanted) { remarksWanted_ = wanted; }
@@ -49,6 +50,7 @@ class CliHost : public Listener {
   void DrawBar(int percent) const;
   void ClearBar();
 
+  std::size_t messageCount_ = 0;
   bool progressWanted_ = true;
   bool remarksWanted_ = true;
   std::string progressText_;

@@ -15,6 +15,7 @@
 #include "arguments.h"
 #include "commands.h"
 #include "kit/files/files.h"
+#include "kit/files/printable.h"
 #include "kit/report/summary.h"
 #include "kit/request/error.h"
 #include "kit/request/json_text.h"
@@ -106,7 +107,7 @@ std::string FactsText(const Facts& facts) {
   std::string text;
   for (const auto& [name, value] : facts) {
     const std::size_t gap = name.size() < kNameWidth ? kNameWidth - name.size() : 1;
-    text.append(name).append(gap, ' ').append(value).append("\n");
+    text.append(Printable(name)).append(gap, ' ').append(Printable(value)).append("\n");
   }
   return text;
 }
@@ -299,7 +300,7 @@ std::string DataText(const DataInfo& info) {
   Lines lines;
   int number = 0;
   for (const VariableInfo& variable : info.variables) {
-    lines.push_back({std::to_string(++number) + "  " + variable.name,
+    lines.push_back({std::to_string(++number) + "  " + Printable(variable.name),
                      Counted(variable.decimals, "decimal"),
                      std::to_string(variable.missing) + " missing"});
   }

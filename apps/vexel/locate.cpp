@@ -13,6 +13,7 @@
 
 #include "arguments.h"
 #include "commands.h"
+#include "kit/files/printable.h"
 #include "kit/request/error.h"
 #include "kit/request/json_text.h"
 #include "kit/view/view.h"
@@ -44,8 +45,8 @@ void PrintArea(const View& view, const CMapOb& area, bool asJson, CliHost& host)
     AppendJson(line, std::string_view(value));
     line += '}';
   } else {
-    line.append(KeyText(area.GetArea())).append("\t").append(area.GetName().View());
-    line.append("\t").append(value);
+    line.append(KeyText(area.GetArea())).append("\t");
+    line.append(Printable(area.GetName().View())).append("\t").append(Printable(value));
   }
   std::puts(line.c_str());
 }

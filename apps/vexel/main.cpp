@@ -100,9 +100,15 @@ int Run(int argc, const char* const* argv) {
   const Command& command = CommandNamed(first);
   CliHost host;
   const CurrentHost current(host);
-  const int status = command.run(argc - 1, argv + 1, host);
-  host.TellOfMoreRemarks();
-  return status;
+  try {
+    const int status = command.run(argc - 1, argv + 1, host);
+    host.TellOfMoreMessages(false);
+    host.TellOfMoreRemarks();
+    return status;
+  } catch (const Error& error) {
+    host.TellOfMoreMessages(error.IsTold());
+    throw;
+  }
 }
 
 int SayUsage(const Error& error, const char* command) {

@@ -91,7 +91,9 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   bool strict = false;
   Arguments arguments("render",
                       "Draw a map page as a GIF. Without -o the picture gets the name of DATA and"
-                      " stands in the working folder; - is standard output.",
+                      " stands in the working folder; - is standard output. All files are whole"
+                      " before the first takes its place; a run that is killed just then may leave"
+                      " a new picture beside an old web page or report: run it again.",
                       "vexel render counties.mdf --level 2 --var \"Unemployment rate 2009\" "
                       "-o page.gif --html page.html");
   arguments.Group("Output");

@@ -11,7 +11,10 @@
 #include <filesystem>
 #include <limits>
 #include <system_error>
+#include <utility>
+#include <vector>
 
+#include "kit/files/printable.h"
 #include "kit/request/error.h"
 
 namespace vexel {
@@ -38,32 +41,56 @@ class Descriptor {
   int number_;
 };
 
+// Calls `take` with block after block of what can be read.
+template <typename Take>
+void ReadBlocks(int descriptor, const std::string& name, std::size_t most, Take take) {
+  std::vector<char> block(kBlock);
+  for (std::size_t total = 0;;) {
+    const ssize_t got = ::read(descriptor, block.data(), block.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) throw Failed(name, SystemReason());
+    if (got == 0) return;
+    const auto size = static_cast<std::size_t>(got);
+    if (size > most - total) {
+      throw Failed(name, "has more than " + std::to_string(most) + " bytes");
+    }
+    total += size;
+    take(std::string_view(block.data(), size));
+  }
+}
+
 std::string ReadAll(int descriptor, const std::string& name,
                     std::size_t most = std::numeric_limits<std::size_t>::max()) {
   std::string text;
-  std::size_t filled = 0;
-  for (;;) {
-    text.resize(filled + kBlock);
-    const ssize_t got = ::read(descriptor, text.data() + filled, kBlock);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) throw Failed(name, SystemReason());
-    if (got == 0) break;
-    if (static_cast<std::size_t>(got) > most - filled) {
-      throw Failed(name, "has more than " + std::to_string(most) + " bytes");
-    }
-    filled += static_cast<std::size_t>(got);
-  }
-  text.resize(filled);
+  ReadBlocks(descriptor, name, most, [&](std::string_view block) { text += block; });
   return text;
 }
 
-void WriteStandardOutput(std::string_view text) {
+void WriteAll(int descriptor, const std::string& name, std::string_view text) {
   while (!text.empty()) {
-    const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) throw Failed("standard output", SystemReason());
+    if (written <= 0) throw Failed(name, SystemReason());
     text.remove_prefix(static_cast<std::size_t>(written));
   }
+}
+
+std::string FolderInBetween() {
+  const char* folder = std::getenv("TMPDIR");
+  return folder == nullptr || *folder == '\0' ? "/tmp" : folder;
+}
+
+// A file without a name; where the system knows none, one that has lost its name at once.
+int OpenNameless(const std::string& folder) {
+#ifdef O_TMPFILE
+  const int nameless = ::open(folder.c_str(), O_RDWR | O_TMPFILE | O_EXCL | O_CLOEXEC, 0600);
+  if (nameless >= 0) return nameless;
+#endif
+  std::string path = folder + "/vexel-XXXXXX";
+  const SignalHold hold;
+  const int named = ::mkostemp(path.data(), O_CLOEXEC);
+  if (named >= 0) ::unlink(path.c_str());
+  return named;
 }
 
 }  // namespace
@@ -72,6 +99,9 @@ void CheckReadable(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (fs::is_directory(status)) throw Failed(path, "is a folder, not a file");
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    throw Failed(path, "is no regular file");
+  }
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (file.Get() < 0) throw Failed(path, SystemReason());
   if (fs::is_regular_file(status) && fs::file_size(path, error) == 0) {
@@ -100,7 +130,7 @@ std::string RelativeTo(const std::string& path, const std::string& folder) {
 
 void WriteText(const std::string& name, std::string_view text) {
   if (IsStandard(name)) {
-    WriteStandardOutput(text);
+    WriteAll(STDOUT_FILENO, "standard output", text);
     return;
   }
   CFile file;
@@ -112,8 +142,7 @@ void WriteText(const std::string& name, std::string_view text) {
 }
 
 TemporaryFolder::TemporaryFolder(std::string_view fileName) {
-  const char* parent = std::getenv("TMPDIR");
-  path_ = std::string(parent == nullptr || *parent == '\0' ? "/tmp" : parent) + "/vexel-XXXXXX";
+  path_ = FolderInBetween() + "/vexel-XXXXXX";
   // Everything that can fail comes before there is a folder to be left behind.
   file_ = path_ + '/' + std::string(fileName);
   if (::mkdtemp(path_.data()) == nullptr) throw Failed(path_, SystemReason());
@@ -127,17 +156,36 @@ TemporaryFolder::~TemporaryFolder() {
 
 LibraryOutput::LibraryOutput(const std::string& name)
     : folder_(IsStandard(name) ? std::make_unique<TemporaryFolder>("output") : nullptr),
-      path_(folder_ ? folder_->FilePath() : name) {}
+      path_(folder_ ? folder_->FilePath() : name),
+      isStandard_(folder_ != nullptr) {}
 
 void LibraryOutput::Collect() {
-  if (folder_) collected_ = ReadFile(path_);
+  if (!folder_) return;
+  collected_ = ReadFile(path_);
+  folder_.reset();
+  if (::isatty(STDOUT_FILENO) != 0) collected_ = PrintableLines(std::move(collected_));
 }
 
 void LibraryOutput::Deliver() const {
-  if (folder_) WriteText("-", collected_);
+  if (isStandard_) WriteText("-", collected_);
 }
 
-std::string ReadStandardInput() { return ReadAll(STDIN_FILENO, "standard input"); }
+StandardInputCopy::StandardInputCopy() {
+  const std::string folder = FolderInBetween();
+  descriptor_ = OpenNameless(folder);
+  if (descriptor_ < 0) throw Failed(folder, SystemReason());
+  try {
+    path_ = "/proc/self/fd/" + std::to_string(descriptor_);
+    if (::access(path_.c_str(), R_OK) != 0) throw Failed(path_, SystemReason());
+    ReadBlocks(STDIN_FILENO, "standard input", kMost,
+               [&](std::string_view block) { WriteAll(descriptor_, folder, block); });
+  } catch (...) {
+    ::close(descriptor_);
+    throw;
+  }
+}
+
+StandardInputCopy::~StandardInputCopy() { ::close(descriptor_); }
 
 std::string ReadFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));

@@ -6,6 +6,7 @@
 #include <vexel/platform/export.h>
 
 #include <csignal>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,7 +15,8 @@ namespace vexel {
 
 inline bool IsStandard(std::string_view name) { return name == "-"; }
 
-// Throws an Error, with the reason, unless the file can be read and holds something.
+// Throws an Error, with the reason, unless it is a regular file that can be read and holds
+// something.
 VEXEL_API void CheckReadable(const std::string& path);
 
 // The path without its last part, with the closing separator; empty when there is none.
@@ -30,7 +32,9 @@ VEXEL_API std::string RelativeTo(const std::string& path, const std::string& fol
 // Writes text to a file, which takes its place only when it is whole, or to standard output.
 VEXEL_API void WriteText(const std::string& name, std::string_view text);
 
-// A folder of our own for one file in between. Both go at the end, which takes no memory.
+// A folder of our own for one file in between. Both go at the end, which takes no memory. A process
+// that is killed leaves the folder behind: with nothing in it while the file is being written,
+// where the system has files without a name.
 class VEXEL_API TemporaryFolder {
  public:
   explicit TemporaryFolder(std::string_view fileName);
@@ -46,7 +50,8 @@ class VEXEL_API TemporaryFolder {
 };
 
 // An output that the library writes to a file of that path; for standard output it is one in
-// between. Once that is written, Collect takes it up, and Deliver hands it on and needs no memory.
+// between. Once that is written, Collect takes it up and removes it, and Deliver hands it on and
+// needs no memory.
 class VEXEL_API LibraryOutput {
  public:
   explicit LibraryOutput(const std::string& name);
@@ -58,11 +63,30 @@ class VEXEL_API LibraryOutput {
  private:
   std::unique_ptr<TemporaryFolder> folder_;
   std::string path_;
+  bool isStandard_;
   std::string collected_;
 };
 
-// Everything that standard input holds, and a whole file.
-VEXEL_API std::string ReadStandardInput();
+// What standard input holds, copied to a file that has no name and is gone with the process at the
+// latest: whatever ends it leaves nothing behind. More than kMost bytes are refused.
+class VEXEL_API StandardInputCopy {
+ public:
+  static constexpr std::size_t kMost = 1'000'000'000;
+
+  StandardInputCopy();
+  StandardInputCopy(const StandardInputCopy&) = delete;
+  StandardInputCopy& operator=(const StandardInputCopy&) = delete;
+  ~StandardInputCopy();
+
+  // Opens the copy as often as is wanted, from its beginning.
+  const std::string& Path() const { return path_; }
+
+ private:
+  int descriptor_;
+  std::string path_;
+};
+
+// A whole file.
 VEXEL_API std::string ReadFile(const std::string& path);
 
 // A file of settings, or what standard input holds; one that has no end, or more than a million

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "kit/files/printable.h"
+
 namespace vexel {
 
 namespace {
@@ -49,7 +51,7 @@ std::string LostRowsText(std::span<const LostRow> rows) {
   for (std::size_t i = 0; i < std::min(rows.size(), kRowsNamed); ++i) {
     if (i > 0) text += "; ";
     text += rows[i].codes;
-    if (rows[i].name != "~") text += " (" + rows[i].name + ')';
+    if (rows[i].name != "~") text += " (" + Printable(rows[i].name) + ')';
   }
   if (rows.size() > kRowsNamed) text += "; ...";
   return text;
@@ -61,7 +63,7 @@ std::string SummaryText(View& view) {
   for (const LegendGroup& group : legend.GetGroups()) {
     const std::string to(legend.toText.View());
     std::vector<std::string> line;
-    if (!view.request.groupNames.empty()) line.emplace_back(group.groupName.View());
+    if (!view.request.groupNames.empty()) line.push_back(Printable(group.groupName.View()));
     line.emplace_back();
     line.emplace_back(group.lowerText.View());
     line.push_back(to);
@@ -71,11 +73,11 @@ std::string SummaryText(View& view) {
   }
   const LegendGroup& missing = legend.groups[CLegend::kNoDataSlot];
   std::vector<std::string> last(lines.front().size());
-  last.front() = legend.noDataText.View();
+  last.front() = Printable(legend.noDataText.View());
   last.back() = AreasText(missing.count);
   lines.push_back(std::move(last));
 
-  std::string text = std::string(view.map.GenerateTitle().View()) + '\n' + Aligned(lines, "  ");
+  std::string text = Printable(view.map.GenerateTitle().View()) + '\n' + Aligned(lines, "  ");
   const auto& lost = view.listener.GetLostRows();
   if (!lost.empty()) text += LostRowsText(lost) + '\n';
   return text;

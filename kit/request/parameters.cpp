@@ -108,8 +108,9 @@ bool ParseFlag(std::string_view text) {
 }
 
 constexpr std::array kParameters{
-    Parameter{"data", Kind::text, Group::source, "FILE", "Map data file, or - for standard input",
-              "", true, [](Request& r, Values v) { r.data = v.front(); },
+    Parameter{"data", Kind::text, Group::source, "FILE",
+              "Map data file, or - for standard input, of 1 GB at most", "", true,
+              [](Request& r, Values v) { r.data = v.front(); },
               [](const Request& r) { return One(!r.data.empty(), r.data); }, nullptr},
     Parameter{"map", Kind::text, Group::what, "FILE",
               "Map to use instead of the one that DATA names", "", true,

@@ -88,10 +88,8 @@ void LoadData(CVELAData& data, const std::string& path, const std::string& mapPa
     return;
   }
   // Read twice, and so kept in between.
-  const TemporaryFolder folder("data");
-  const std::string& copy = folder.FilePath();
-  WriteText(copy, ReadStandardInput());
-  LoadRows(data, {copy, "", "standard input"}, mapPath, host);
+  const StandardInputCopy copy;
+  LoadRows(data, {copy.Path(), "", "standard input"}, mapPath, host);
 }
 
 }  // namespace vexel
