@@ -36,6 +36,8 @@ std::string_view Heading(ParameterGroup group) {
       return "What to show";
     case ParameterGroup::classes:
       return "Groups and colours";
+    case ParameterGroup::publication:
+      return "The publication page (SVG, PDF, PNG)";
     default:
       return "The page";
   }
@@ -44,8 +46,7 @@ std::string_view Heading(ParameterGroup group) {
 }  // namespace
 
 struct Arguments::Parser {
-  Parser(const std::string& command, const std::string& summary)
-      : app(summary, "vexel " + command) {}
+  Parser(const std::string& call, const std::string& summary) : app(summary, call) {}
 
   CLI::App app;
   std::string group = "Options";
@@ -53,9 +54,9 @@ struct Arguments::Parser {
   std::vector<std::pair<std::string, const std::vector<std::string>*>> lists;
 };
 
-Arguments::Arguments(const std::string& command, const std::string& summary,
+Arguments::Arguments(const std::string& call, const std::string& summary,
                      const std::string& example)
-    : parser_(std::make_unique<Parser>(command, summary)) {
+    : parser_(std::make_unique<Parser>(call, summary)) {
   CLI::App& app = parser_->app;
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.footer("Example:\n  " + example);
@@ -121,7 +122,7 @@ void Arguments::RequestOption(const Parameter& parameter, Request& request) {
   if (!parameter.standard.empty()) help += " [" + std::string(parameter.standard) + ']';
   const auto set = [&parameter, &request, name](const std::vector<std::string>& values) {
     const std::vector<std::string_view> views(values.begin(), values.end());
-    if (parameter.kind == ParameterKind::repeated) {
+    if (IsRepeated(parameter.kind)) {
       SetParameter(request, parameter, views, name);
     } else {
       SetParameter(request, parameter, views.back(), name);
@@ -135,7 +136,7 @@ void Arguments::RequestOption(const Parameter& parameter, Request& request) {
         ->group(parser_->group);
     return;
   }
-  const bool isRepeated = parameter.kind == ParameterKind::repeated;
+  const bool isRepeated = IsRepeated(parameter.kind);
   parser_->app
       .add_option(name, CLI::callback_t(set), help + (isRepeated ? " (may be repeated)" : ""))
       ->type_name(std::string(parameter.form))

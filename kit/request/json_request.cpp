@@ -132,8 +132,7 @@ class RequestReader : public nlohmann::json_sax<Json> {
   }
 
   bool TakesArrays() const {
-    return parameter_->kind == ParameterKind::list || parameter_->kind == ParameterKind::key ||
-           parameter_->kind == ParameterKind::repeated;
+    return parameter_->kind == ParameterKind::key || TakesSeveral(parameter_->kind);
   }
 
   // Codes of an area stand one level below the areas, or alone.
@@ -231,8 +230,7 @@ std::string JsonText(const Request& request, std::string_view indent) {
   for (const Parameter& parameter : AllParameters()) {
     const std::vector<std::string> values = parameter.get(request);
     if (values.empty()) continue;
-    const bool isArray =
-        parameter.kind == ParameterKind::list || parameter.kind == ParameterKind::repeated;
+    const bool isArray = TakesSeveral(parameter.kind);
     std::string all;
     for (const std::string& value : values) {
       all += (all.empty() ? "" : ", ") + JsonValue(parameter, value);

@@ -107,6 +107,29 @@ bool ParseFlag(std::string_view text) {
   throw WrongRequest(Quoted(text) + " is neither yes nor no");
 }
 
+constexpr std::array<std::string_view, 3> kLabelTexts{"name", "value", "both"};
+
+Words LabelTextWords() { return {kLabelTexts.begin(), kLabelTexts.end()}; }
+
+std::uint32_t ParseOneColor(std::string_view text) {
+  const std::vector<std::uint32_t> colors = ParseColorList({&text, 1});
+  if (colors.size() == 1) return colors.front();
+  throw WrongRequest(Quoted(text) + " is more than one colour");
+}
+
+// A number from `least` to `most`.
+double ParseNumberBetween(std::string_view text, double least, double most) {
+  const double number = ParseNumber(text);
+  if (number >= least && number <= most) return number;
+  throw WrongRequest(Quoted(text) + " is not a number from " + NumberText(least) + " to " +
+                     NumberText(most));
+}
+
+constexpr std::string_view kTransparent = "none";
+constexpr double kMostLineWidth = 100.0;
+constexpr double kLeastScale = 0.1;
+constexpr double kMostScale = 20.0;
+
 constexpr std::array kParameters{
     Parameter{"data", Kind::text, Group::source, "FILE",
               "Map data file, or - for standard input, of 1 GB at most", "", true,
@@ -242,11 +265,12 @@ constexpr std::array kParameters{
                 return Each(r.boxes, [](const CAreaStruct& key) { return KeyText(key); });
               },
               nullptr},
-    Parameter{"no-title", Kind::flag, Group::page, "", "Leave out the title; its place stays empty",
-              "", false, [](Request& r, Values v) { r.noTitle = ParseFlag(v.front()); },
+    Parameter{"no-title", Kind::flag, Group::page, "",
+              "Leave out the title; on a GIF its place stays empty", "", false,
+              [](Request& r, Values v) { r.noTitle = ParseFlag(v.front()); },
               [](const Request& r) { return Flag(r.noTitle); }, nullptr},
     Parameter{"no-legend", Kind::flag, Group::page, "",
-              "Leave out the legend; its place stays empty", "", false,
+              "Leave out the legend; on a GIF its place stays empty", "", false,
               [](Request& r, Values v) { r.noLegend = ParseFlag(v.front()); },
               [](const Request& r) { return Flag(r.noLegend); }, nullptr},
     Parameter{"separators", Kind::text, Group::page, "XY",
@@ -257,6 +281,87 @@ constexpr std::array kParameters{
               [](const Request& r) {
                 return One(r.separators.has_value(),
                            SeparatorsText(r.separators.value_or(NumberSeparators())));
+              },
+              nullptr},
+
+    Parameter{"title", Kind::text, Group::publication, "TEXT", "Title in place of the map's own",
+              "", false, [](Request& r, Values v) { r.publication.title = v.front(); },
+              [](const Request& r) {
+                const auto& title = r.publication.title;
+                return One(title.has_value(), title.value_or(""));
+              },
+              nullptr},
+    Parameter{"subtitle", Kind::text, Group::publication, "TEXT", "A line below the title", "",
+              false, [](Request& r, Values v) { r.publication.subtitle = v.front(); },
+              [](const Request& r) {
+                return One(!r.publication.subtitle.empty(), r.publication.subtitle);
+              },
+              nullptr},
+    Parameter{"note", Kind::text, Group::publication, "TEXT", "A remark below the map", "", false,
+              [](Request& r, Values v) { r.publication.note = v.front(); },
+              [](const Request& r) { return One(!r.publication.note.empty(), r.publication.note); },
+              nullptr},
+    Parameter{
+        "source", Kind::text, Group::publication, "TEXT",
+        "Where the figures come from, in the last line", "", false,
+        [](Request& r, Values v) { r.publication.source = v.front(); },
+        [](const Request& r) { return One(!r.publication.source.empty(), r.publication.source); },
+        nullptr},
+    Parameter{"label", Kind::texts, Group::publication, "LEVEL|KEY",
+              "Label an area, those of a level by its name, or \"all\" that are drawn; where labels"
+              " would collide or leave their areas, levels do without",
+              "", false,
+              [](Request& r, Values v) { r.publication.labels.assign(v.begin(), v.end()); },
+              [](const Request& r) { return r.publication.labels; }, nullptr},
+    Parameter{"label-text", Kind::choice, Group::publication, "WORD", "What labels say", "name",
+              false,
+              [](Request& r, Values v) {
+                r.publication.labelText =
+                    static_cast<LabelText>(ParseChoice(v.front(), LabelTextWords()));
+              },
+              [](const Request& r) {
+                const auto text = r.publication.labelText;
+                return One(text != LabelText::name,
+                           std::string(kLabelTexts.at(static_cast<std::size_t>(text))));
+              },
+              LabelTextWords},
+    Parameter{"background", Kind::text, Group::publication, "#RGB|none",
+              "Colour of the page; none is transparent", "#FFFFFF", false,
+              [](Request& r, Values v) {
+                r.publication.background.reset();
+                if (v.front() != kTransparent) r.publication.background = ParseOneColor(v.front());
+              },
+              [](const Request& r) {
+                const auto& color = r.publication.background;
+                return One(color != kWhite, color ? ColorText(*color) : std::string(kTransparent));
+              },
+              nullptr},
+    Parameter{"line-color", Kind::text, Group::publication, "#RGB",
+              "Colour of the lines between areas", "that of the page", false,
+              [](Request& r, Values v) { r.publication.lineColor = ParseOneColor(v.front()); },
+              [](const Request& r) {
+                const auto& color = r.publication.lineColor;
+                return One(color.has_value(), ColorText(color.value_or(0)));
+              },
+              nullptr},
+    Parameter{"line-width", Kind::number, Group::publication, "PIXELS",
+              "Width of the lines between areas; 0 leaves them out",
+              "thinner the smaller the areas", false,
+              [](Request& r, Values v) {
+                r.publication.lineWidth = ParseNumberBetween(v.front(), 0.0, kMostLineWidth);
+              },
+              [](const Request& r) {
+                const auto& width = r.publication.lineWidth;
+                return One(width.has_value(), NumberText(width.value_or(0.0)));
+              },
+              nullptr},
+    Parameter{"scale", Kind::number, Group::publication, "NUMBER",
+              "Pixels of a PNG for each one of --size, as in 2 for sharp screens", "1", false,
+              [](Request& r, Values v) {
+                r.publication.scale = ParseNumberBetween(v.front(), kLeastScale, kMostScale);
+              },
+              [](const Request& r) {
+                return One(r.publication.scale != 1.0, NumberText(r.publication.scale));
               },
               nullptr},
 };
@@ -286,7 +391,7 @@ void SetParameter(Request& request, const Parameter& parameter, std::string_view
 
 void SetParameter(Request& request, const Parameter& parameter,
                   std::span<const std::string_view> values, const std::string& spelled) {
-  const bool isSeveral = parameter.kind == Kind::list || parameter.kind == Kind::repeated;
+  const bool isSeveral = TakesSeveral(parameter.kind);
   if (values.empty() || (values.size() > 1 && !isSeveral)) {
     throw WrongRequest(spelled + ": takes " + (isSeveral ? "a value at least" : "one value"));
   }

@@ -23,10 +23,11 @@ enum class ParameterKind {
   list,      // several values with commas between
   key,       // an area, "12,3"
   repeated,  // any number of areas, each given on its own
+  texts,     // any number of texts, each given on its own
 };
 
 // Under which heading of a help text it stands.
-enum class ParameterGroup { source, what, classes, page };
+enum class ParameterGroup { source, what, classes, page, publication };
 
 struct Parameter {
   using Values = std::span<const std::string_view>;
@@ -44,7 +45,7 @@ struct Parameter {
   // before the last one counts: a palette takes the place of colours, a way to find bounds that of
   // bounds.
   //
-  // Sets the values, one for all kinds but lists and repeated ones; a flag's is "1" or "0". Throws
+  // Sets the values, one for all kinds but those of several; a flag's is "1" or "0". Throws
   // an Error of kind request that does not name the parameter.
   void (*set)(Request& request, Values values);
 
@@ -54,6 +55,16 @@ struct Parameter {
   // The words of a choice, if they are few enough to be listed in a help text.
   std::vector<std::string_view> (*words)();
 };
+
+// Whether a parameter of that kind may have more than one value, and whether each of them is given
+// on its own.
+constexpr bool TakesSeveral(ParameterKind kind) {
+  return kind == ParameterKind::list || kind == ParameterKind::repeated ||
+         kind == ParameterKind::texts;
+}
+constexpr bool IsRepeated(ParameterKind kind) {
+  return kind == ParameterKind::repeated || kind == ParameterKind::texts;
+}
 
 // All parameters, in the order of help texts and of the normal form of a query.
 VEXEL_API std::span<const Parameter> AllParameters();

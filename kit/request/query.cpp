@@ -20,10 +20,9 @@ constexpr bool IsUnreserved(char c) {
   return isAlphanumeric || c == '-' || c == '.' || c == '_' || c == '~';
 }
 
-// The key of an area keeps its commas, which are no list's.
+// The key of an area, or what may be one, keeps its commas, which are no list's.
 std::string Encoded(const Parameter& parameter, const std::string& value) {
-  const bool isKey =
-      parameter.kind == ParameterKind::key || parameter.kind == ParameterKind::repeated;
+  const bool isKey = parameter.kind == ParameterKind::key || IsRepeated(parameter.kind);
   return PercentEncoded(value, isKey ? "," : "");
 }
 
@@ -36,7 +35,7 @@ void Append(std::string& query, const Parameter& parameter, const std::string& v
 std::vector<std::string> ValuesIn(const Parameter& parameter,
                                   const std::vector<std::string_view>& texts) {
   std::vector<std::string> values;
-  if (parameter.kind == ParameterKind::repeated) {
+  if (IsRepeated(parameter.kind)) {
     for (const std::string_view text : texts) values.push_back(PercentDecoded(text));
   } else if (parameter.kind == ParameterKind::list) {
     for (const std::string_view part : Split(texts.back(), ',')) {

@@ -22,6 +22,28 @@ inline constexpr std::string_view kDefaultPalette = "blue";
 inline constexpr std::string_view kOwnBounds = "bounds";
 inline constexpr std::string_view kDefaultIntervals = "counts";
 
+inline constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+// What stands beside or in a labelled area.
+enum class LabelText { name, value, both };
+
+// What only the publication page takes (kit/publish/compose.h); a GIF page has no place for it.
+struct VEXEL_API Publication {
+  std::optional<std::string> title;  // nothing: the engine's own
+  std::string subtitle;
+  std::string note;
+  std::string source;
+  std::vector<std::string> labels;  // keys, names of levels, or kAllAreas
+  LabelText labelText = LabelText::name;
+  std::optional<std::uint32_t> background = kWhite;  // 0x00BBGGRR; nothing: transparent
+  std::optional<std::uint32_t> lineColor;            // nothing: that of the background
+  std::optional<double> lineWidth;                   // page pixels; nothing: by the areas' size
+  double scale = 1.0;                                // picture pixels for each page pixel
+};
+
+// The word for a label on every area that is drawn.
+inline constexpr std::string_view kAllAreas = "all";
+
 // What the user has said, not yet what it means for a map: a variable may be a name or a number,
 // and what is left open is open. Options, a query, a file of JSON and programs all fill one of
 // these; kit/request/parameters.h has the table of its parameters by name.
@@ -54,6 +76,7 @@ struct VEXEL_API Request {
   bool noTitle = false;
   bool noLegend = false;
   std::optional<NumberSeparators> separators;  // nothing: those of the host
+  Publication publication;
 };
 
 // The number of groups and the way of finding their bounds that a request comes to. Throws an Error

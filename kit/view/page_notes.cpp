@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "kit/request/hints.h"
+#include "kit/request/parameters.h"
 #include "kit/view/page.h"
 
 namespace vexel {
@@ -40,6 +41,16 @@ std::vector<std::string> TextsOn(View& view) {
   return texts;
 }
 
+// The options that only a publication page hears.
+std::string OptionsUnheard(const Request& request) {
+  std::string names;
+  for (const Parameter& parameter : AllParameters()) {
+    if (parameter.group != ParameterGroup::publication || parameter.get(request).empty()) continue;
+    names += (names.empty() ? "--" : ", --") + std::string(parameter.name);
+  }
+  return names;
+}
+
 }  // namespace
 
 std::vector<std::string> PageNotes(View& view, const CMapGif& page) {
@@ -57,6 +68,9 @@ std::vector<std::string> PageNotes(View& view, const CMapGif& page) {
   }
   if (!view.request.noTitle && IsTitleCut(view.map.GenerateTitle().View(), width)) {
     notes.push_back("the title is too long for the page and is cut at the right");
+  }
+  if (const std::string unheard = OptionsUnheard(view.request); !unheard.empty()) {
+    notes.push_back("a GIF page has no place for " + unheard + "; SVG, PDF and PNG pages have");
   }
   const std::vector<std::string> texts = TextsOn(view);
   const auto lost = std::count_if(texts.begin(), texts.end(), LosesLetters);

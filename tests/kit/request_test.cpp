@@ -69,6 +69,16 @@ const std::pair<const char*, const char*> kSaid[] = {
     {"no-title", "1"},
     {"no-legend", "1"},
     {"separators", ".,"},
+    {"title", "Where <work> & \"bread\" lack"},
+    {"subtitle", "by county, 2009"},
+    {"note", "Räte in %"},
+    {"source", "Bureau"},
+    {"label", "State"},
+    {"label-text", "both"},
+    {"background", "none"},
+    {"line-color", "#102030"},
+    {"line-width", "0.25"},
+    {"scale", "2"},
 };
 
 Request Everything() {
