@@ -4,75 +4,16 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "kit/palettes/color.h"
 #include "kit/report/page_parts.h"
-#include "kit/request/json_text.h"
+#include "kit/report/page_pieces.h"
+#include "kit/request/markup.h"
 #include "kit/request/query.h"
 
 namespace vexel {
 
 namespace {
-
-// The text with U+FFFD for each byte that is part of no character: a page says that it is UTF-8.
-std::string AsUtf8(std::string_view text) {
-  constexpr std::size_t kLongestCharacter = 4;
-  std::string whole;
-  while (!text.empty()) {
-    std::size_t length = 1;
-    while (length <= kLongestCharacter && !IsUtf8(text.substr(0, length))) ++length;
-    const bool isCharacter = length <= kLongestCharacter;
-    whole += isCharacter ? text.substr(0, length) : "\uFFFD";
-    text.remove_prefix(std::min(isCharacter ? length : 1, text.size()));
-  }
-  return whole;
-}
-
-// A text as it stands in a page or in an attribute.
-void AppendEscaped(std::string& to, std::string_view text) {
-  if (!IsUtf8(text)) {
-    AppendEscaped(to, AsUtf8(text));
-    return;
-  }
-  constexpr std::array<std::pair<char, std::string_view>, 5> kEntities{
-      {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}}};
-  for (;;) {
-    const std::size_t plain = std::min(text.find_first_of("&<>\"'"), text.size());
-    to.append(text.substr(0, plain));
-    if (plain == text.size()) return;
-    const auto isOf = [&](const auto& entity) { return entity.first == text[plain]; };
-    to += std::find_if(kEntities.begin(), kEntities.end(), isOf)->second;
-    text.remove_prefix(plain + 1);
-  }
-}
-
-std::string HtmlEscaped(std::string_view text) {
-  std::string escaped;
-  AppendEscaped(escaped, text);
-  return escaped;
-}
-
-// Replaces each "$NAME$" of a text by its value, in one pass, so that values may hold anything.
-std::string Filled(std::string_view pattern,
-                   std::initializer_list<std::pair<std::string_view, std::string>> values) {
-  std::string filled;
-  for (;;) {
-    const std::size_t open = pattern.find('$');
-    const std::size_t close = open == std::string_view::npos ? open : pattern.find('$', open + 1);
-    filled.append(pattern.substr(0, open));
-    if (close == std::string_view::npos) return filled;
-    const std::string_view name = pattern.substr(open + 1, close - open - 1);
-    const auto* value = std::find_if(values.begin(), values.end(),
-                                     [=](const auto& entry) { return entry.first == name; });
-    if (value != values.end()) filled += value->second;
-    pattern.remove_prefix(close + 1);
-  }
-}
-
-std::string CountText(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
 
 std::size_t SlotOf(const CLegend& legend, const std::optional<double>& value) {
   const std::optional<int> group = value ? legend.GroupOf(*value) : std::nullopt;
@@ -90,7 +31,7 @@ std::string SwatchStyles(const CLegend& legend) {
 
 // A cell that shows the colour of a group and its text.
 std::string GroupCell(const LegendRow& row) {
-  return "<i class=\"g" + std::to_string(row.slot) + "\"></i>" + HtmlEscaped(row.text);
+  return "<i class=\"g" + std::to_string(row.slot) + "\"></i>" + MarkupText(row.text);
 }
 
 std::string LegendRows(const CLegend& legend) {
@@ -102,17 +43,6 @@ std::string LegendRows(const CLegend& legend) {
   return rows;
 }
 
-// Sets `path` to the areas that an area lies in, below the draw root: the uppermost first and
-// itself last.
-void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path) {
-  path.assign(1, area);
-  while (path.back()->GetParent() != nullptr && path.back()->GetParent() != map.GetDrawRoot() &&
-         path.back() != map.GetDrawRoot()) {
-    path.push_back(path.back()->GetParent());
-  }
-  std::reverse(path.begin(), path.end());
-}
-
 // A heading for each level that the path of an area shows.
 std::string LevelHeadings(const View& view) {
   std::string headings;
@@ -122,7 +52,7 @@ std::string LevelHeadings(const View& view) {
     const int level = node->GetLevel();
     const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
     headings += "<th scope=\"col\">" +
-                (isNamed ? HtmlEscaped(view.map.GetLevelName(level).View()) : "Area") + "</th>";
+                (isNamed ? MarkupText(view.map.GetLevelName(level).View()) : "Area") + "</th>";
   }
   return headings;
 }
@@ -149,11 +79,11 @@ class AreaWriter {
       for (const CMapOb* node : path_) {
         const bool isLast = node == area;
         text_ += isLast ? "<th scope=\"row\">" : "<td>";
-        AppendEscaped(text_, node->GetName().View());
+        AppendMarkup(text_, node->GetName().View());
         text_ += isLast ? "</th>" : "</td>";
       }
       text_ += "<td class=\"n\">";
-      AppendEscaped(text_, ValueText(view_, *area, separators_, missing_));
+      AppendMarkup(text_, ValueText(view_, *area, separators_, missing_));
       text_.append("</td><td>").append(groupCells_[SlotOf(view_.legend, ValueOf(view_, *area))]);
       text_ += "</td></tr>\n";
       file_.WriteString(text_);
@@ -170,9 +100,9 @@ class AreaWriter {
       std::for_each(path_.rbegin(), path_.rend(), [this](const CMapOb* node) {
         whole_.append(whole_.empty() ? "" : ", ").append(node->GetName().View());
       });
-      AppendForScript(whole_);
+      AppendForScript(text_, whole_);
       text_ += ',';
-      AppendForScript(ValueText(view_, *area, separators_, missing_));
+      AppendForScript(text_, ValueText(view_, *area, separators_, missing_));
       text_ += ']';
       file_.WriteString(text_);
       between = ",\n";
@@ -180,16 +110,6 @@ class AreaWriter {
   }
 
  private:
-  // A string of JSON that may stand in a script element: nothing in it can close one or open a
-  // comment.
-  void AppendForScript(std::string_view string) {
-    const std::size_t begin = text_.size();
-    AppendJson(text_, string);
-    for (std::size_t at = begin; (at = text_.find('<', at)) != std::string::npos;) {
-      text_.replace(at, 1, "\\u003c");
-    }
-  }
-
   const View& view_;
   const NumberSeparators& separators_;
   std::string missing_;
@@ -203,7 +123,7 @@ class AreaWriter {
 }  // namespace
 
 std::string HtmlHead(View& view, const std::string& picture) {
-  const std::string title = HtmlEscaped(view.map.GenerateTitle().View());
+  const std::string title = MarkupText(view.map.GenerateTitle().View());
   const std::string alternative =
       "Map: " + title + ". " + CountText(view.areas.size(), "area", "areas") + " in " +
       CountText(static_cast<std::size_t>(view.legend.numGroups), "group", "groups") +
@@ -217,11 +137,11 @@ std::string HtmlHead(View& view, const std::string& picture) {
 }
 
 void WriteHtmlTail(View& view, CStdioFile& file) {
-  file.WriteString(Filled(kPageTable, {{"LEGEND", HtmlEscaped(view.legend.title.View())},
+  file.WriteString(Filled(kPageTable, {{"LEGEND", MarkupText(view.legend.title.View())},
                                        {"LEGENDROWS", LegendRows(view.legend)},
-                                       {"TITLE", HtmlEscaped(view.map.GenerateTitle().View())},
+                                       {"TITLE", MarkupText(view.map.GenerateTitle().View())},
                                        {"LEVELS", LevelHeadings(view)},
-                                       {"VARIABLE", HtmlEscaped(SubjectOf(view))}}));
+                                       {"VARIABLE", MarkupText(SubjectOf(view))}}));
   AreaWriter areas(view, file);
   areas.WriteRows();
   file.WriteString(kPageValues);

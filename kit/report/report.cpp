@@ -37,7 +37,7 @@ void WriteMap(JsonWriter& json, const CVELAMap& map) {
   json.EndObject();
 }
 
-void WriteView(JsonWriter& json, const CVELAMap& map, const CMapGif& page) {
+void WriteView(JsonWriter& json, const CVELAMap& map, const PageRects& page) {
   const CMapOb& root = *map.GetDrawRoot();
   const CAreaStruct& key = root.GetArea();
   json.Name("view");
@@ -46,7 +46,7 @@ void WriteView(JsonWriter& json, const CVELAMap& map, const CMapGif& page) {
   json.Member("rootName", root.GetName().View());
   json.Member("level", map.GetDrawLevel());
   json.Member("angle", root.GetAngle());
-  WriteRect(json, "extent", page.GetExtent());
+  WriteRect(json, "extent", page.extent);
   json.EndObject();
 }
 
@@ -96,13 +96,13 @@ void WriteLegend(JsonWriter& json, const CLegend& legend) {
   json.EndObject();
 }
 
-void WritePageSize(JsonWriter& json, const View& view, const CMapGif& page) {
+void WritePageSize(JsonWriter& json, const View& view, const PageRects& page) {
   json.Name("page");
   json.BeginObject();
   json.Member("width", view.request.size.width);
   json.Member("height", view.request.size.height);
-  WriteRect(json, "map", page.GetMapRect());
-  WriteRect(json, "legend", page.GetLegendRect());
+  WriteRect(json, "map", page.map);
+  WriteRect(json, "legend", page.legend);
   json.EndObject();
 }
 
@@ -158,6 +158,10 @@ void AppendWarnings(std::string& to, const View& view) {
 }  // namespace
 
 std::string ReportText(View& view, const CMapGif& page) {
+  return ReportText(view, {page.GetExtent(), page.GetMapRect(), page.GetLegendRect()});
+}
+
+std::string ReportText(View& view, const PageRects& page) {
   JsonWriter head;
   head.BeginObject();
   WriteMap(head, view.map);

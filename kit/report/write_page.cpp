@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "kit/files/files.h"
+#include "kit/report/outputs.h"
 #include "kit/report/page_html.h"
 #include "kit/report/report.h"
 #include "kit/request/error.h"
@@ -16,37 +17,6 @@
 namespace vexel {
 
 namespace {
-
-// Opens a file to be written, and tells when that is not possible.
-void OpenOutput(CFile& file, const std::string& path) {
-  if (file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
-    throw Failed(path, "cannot be opened for writing");
-  }
-}
-
-[[noreturn]] void ThrowUnwritten(const CFile& file, const std::string& name) {
-  const std::string reason = file.GetReason();
-  throw Failed(name, "cannot be written" + (reason.empty() ? "" : ": " + reason));
-}
-
-// Makes sure that the file has taken everything, though it does not stand in its place yet.
-void CheckWhole(CFile& file, const std::string& name) {
-  if (!file.IsOpen()) return;
-  file.Flush();
-  if (file.HasFailed()) ThrowUnwritten(file, name);
-}
-
-// Writes a text to a file that does not stand in its place yet. Standard output comes later.
-void Fill(CFile& file, const std::string& name, std::string_view text) {
-  if (name.empty() || IsStandard(name)) return;
-  OpenOutput(file, name);
-  file.Write(text.data(), text.size());
-  CheckWhole(file, name);
-}
-
-void Finish(CFile& file, const std::string& name) {
-  if (file.Close() == 0) ThrowUnwritten(file, name);
-}
 
 // Draws the page, which writes its areas to the web page between head and tail.
 void DrawWithHtml(View& view, GifPage& page, CStdioFile& file, const PageFiles& files) {
@@ -78,12 +48,10 @@ void WritePage(View& view, const PageFiles& files) {
     OpenOutput(htmlFile, html.Path());
     DrawWithHtml(view, page, htmlFile, files);
   }
-  const std::string report = files.report.empty() ? "" : ReportText(view, page);
-  const std::string request = files.view.empty() ? "" : JsonText(view.request) + '\n';
-  CFile reportFile;
-  CFile viewFile;
-  Fill(reportFile, files.report, report);
-  Fill(viewFile, files.view, request);
+  TextOutput report{files.report, files.report.empty() ? "" : ReportText(view, page)};
+  TextOutput request{files.view, files.view.empty() ? "" : JsonText(view.request) + '\n'};
+  report.Write();
+  request.Write();
   CheckWhole(htmlFile, files.html);
   if (IsStandard(files.html)) {
     Finish(htmlFile, files.html);
@@ -102,10 +70,8 @@ void WritePage(View& view, const PageFiles& files) {
   // The rest takes no memory: a file that stands in its place is not followed by a failure for want
   // of it.
   Finish(htmlFile, files.html);
-  Finish(reportFile, files.report);
-  Finish(viewFile, files.view);
-  if (IsStandard(files.report)) WriteText("-", report);
-  if (IsStandard(files.view)) WriteText("-", request);
+  report.Deliver();
+  request.Deliver();
   picture.Deliver();
   html.Deliver();
 }

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "kit/publish/media.h"
 #include "kit/view/view.h"
 
 namespace vexel {
@@ -20,6 +21,9 @@ struct PageFiles {
 // Draws and writes them. Each is complete before the first of them takes its place; a failure
 // leaves earlier files of these names as they were and throws an Error of kind failure.
 VEXEL_API void WritePage(View& view, const PageFiles& files);
+
+// The same with a publication page, of which `paint` makes the picture.
+VEXEL_API void WritePublication(View& view, const PageFiles& files, Painter paint);
 
 }  // namespace vexel
 

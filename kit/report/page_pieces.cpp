@@ -1,0 +1,46 @@
+#include "kit/report/page_pieces.h"
+
+#include <algorithm>
+
+#include "kit/request/json_text.h"
+
+namespace vexel {
+
+std::string Filled(std::string_view pattern,
+                   std::initializer_list<std::pair<std::string_view, std::string>> values) {
+  std::string filled;
+  for (;;) {
+    const std::size_t open = pattern.find('$');
+    const std::size_t close = open == std::string_view::npos ? open : pattern.find('$', open + 1);
+    filled.append(pattern.substr(0, open));
+    if (close == std::string_view::npos) return filled;
+    const std::string_view name = pattern.substr(open + 1, close - open - 1);
+    const auto* value = std::find_if(values.begin(), values.end(),
+                                     [=](const auto& entry) { return entry.first == name; });
+    if (value != values.end()) filled += value->second;
+    pattern.remove_prefix(close + 1);
+  }
+}
+
+std::string CountText(std::size_t count, const std::string& one, const std::string& many) {
+  return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path) {
+  path.assign(1, area);
+  while (path.back()->GetParent() != nullptr && path.back()->GetParent() != map.GetDrawRoot() &&
+         path.back() != map.GetDrawRoot()) {
+    path.push_back(path.back()->GetParent());
+  }
+  std::reverse(path.begin(), path.end());
+}
+
+void AppendForScript(std::string& to, std::string_view text) {
+  const std::size_t begin = to.size();
+  AppendJson(to, text);
+  for (std::size_t at = begin; (at = to.find('<', at)) != std::string::npos;) {
+    to.replace(at, 1, "\\u003c");
+  }
+}
+
+}  // namespace vexel

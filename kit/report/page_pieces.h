@@ -1,0 +1,34 @@
+// What the web pages have in common: how fixed text is filled, and how the areas stand in it.
+
+#ifndef VEXEL_KIT_REPORT_PAGE_PIECES_H_
+#define VEXEL_KIT_REPORT_PAGE_PIECES_H_
+
+#include <vexel/map/map.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vexel {
+
+// Replaces each "$NAME$" of a text by its value, in one pass, so that values may hold anything.
+std::string Filled(std::string_view pattern,
+                   std::initializer_list<std::pair<std::string_view, std::string>> values);
+
+// "1 area", "12 areas".
+std::string CountText(std::size_t count, const std::string& one, const std::string& many);
+
+// Sets `path` to the areas that an area lies in, below the draw root: the uppermost first and
+// itself last.
+void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path);
+
+// Appends a string of JSON that may stand in a script element: nothing in it can close one or open
+// a comment.
+void AppendForScript(std::string& to, std::string_view text);
+
+}  // namespace vexel
+
+#endif  // VEXEL_KIT_REPORT_PAGE_PIECES_H_
