@@ -19,12 +19,19 @@ if(NOT benchmark_FOUND)
 endif()
 
 list(FILTER bench_sources EXCLUDE REGEX "/(floor|cold|soak)\\.cpp$")
+if(NOT TARGET vexel_print)
+  list(FILTER bench_sources EXCLUDE REGEX "/print_bench\\.cpp$")
+endif()
 add_executable(vexel_bench ${bench_sources})
 target_compile_definitions(vexel_bench PRIVATE
   VEXEL_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples"
   VEXEL_BUILD_TYPE="$<CONFIG>")
 target_link_libraries(vexel_bench PRIVATE
   vexel_options vexel_objects vexel_kit_objects benchmark::benchmark PkgConfig::gd)
+
+if(TARGET vexel_print)
+  target_link_libraries(vexel_bench PRIVATE vexel_print_objects)
+endif()
 
 add_executable(vexel_floor bench/floor.cpp bench/flat_page.cpp)
 target_link_libraries(vexel_floor PRIVATE vexel_options PkgConfig::gd)

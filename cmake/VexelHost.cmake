@@ -1,4 +1,5 @@
-# The command line: the program `vexel`, on nothing of the libraries but what they export.
+# The command line: the programs `vexel` and `vexel-print`, on nothing of the libraries but what they
+# export.
 
 file(GLOB host_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/apps/vexel/*.cpp")
 if(NOT host_sources)
@@ -7,23 +8,53 @@ endif()
 
 find_package(CLI11 2.1 REQUIRED)
 
-add_executable(vexel_host ${host_sources})
-set_target_properties(vexel_host PROPERTIES OUTPUT_NAME vexel)
-target_include_directories(vexel_host PRIVATE "${PROJECT_SOURCE_DIR}" "${VEXEL_INCLUDE_DIR}")
-target_link_libraries(vexel_host PRIVATE vexel_options CLI11::CLI11)
+# What both programs have: the command that draws a page, and what it stands on.
+set(cli_sources arguments host memory other_program program render)
+list(TRANSFORM cli_sources PREPEND "${PROJECT_SOURCE_DIR}/apps/vexel/")
+list(TRANSFORM cli_sources APPEND ".cpp")
+list(REMOVE_ITEM host_sources ${cli_sources})
+add_library(vexel_cli OBJECT ${cli_sources})
+target_include_directories(vexel_cli PUBLIC
+  "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
+target_link_libraries(vexel_cli PRIVATE vexel_options CLI11::CLI11)
 
-# Shared, gd brings some fifty libraries for formats that no page has; to load them takes longer than
-# to draw one. Its archive brings the dozen functions that are called. (It is not
-# position-independent on Debian, so that the shared library cannot have it.)
 find_library(VEXEL_GD_ARCHIVE NAMES libgd.a)
 mark_as_advanced(VEXEL_GD_ARCHIVE)
-if(VEXEL_GD_ARCHIVE AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
-  target_sources(vexel_host PRIVATE
-    $<TARGET_OBJECTS:vexel_objects> $<TARGET_OBJECTS:vexel_kit_objects>)
-  target_link_libraries(vexel_host PRIVATE "${VEXEL_GD_ARCHIVE}" m)
-  target_link_options(vexel_host PRIVATE -static-libstdc++ -static-libgcc LINKER:--gc-sections)
-else()
-  target_link_libraries(vexel_host PRIVATE vexel_kit)
-  set_target_properties(vexel_host PROPERTIES
-    INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+# A program of the command line, in the folder of all programs.
+function(vexel_add_program target name)
+  add_executable(${target} ${ARGN})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name})
+  target_link_libraries(${target} PRIVATE vexel_options vexel_cli CLI11::CLI11)
+  # Shared, gd brings some fifty libraries for formats that no page has; to load them takes longer than
+  # to draw one. Its archive brings the dozen functions that are called. (It is not
+  # position-independent on Debian, so that the shared library cannot have it.)
+  if(VEXEL_GD_ARCHIVE AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
+    target_sources(${target} PRIVATE
+      $<TARGET_OBJECTS:vexel_objects> $<TARGET_OBJECTS:vexel_kit_objects>)
+    target_link_libraries(${target} PRIVATE "${VEXEL_GD_ARCHIVE}" m)
+    target_link_options(${target} PRIVATE
+      -static-libstdc++ -static-libgcc LINKER:--gc-sections)
+  else()
+    target_link_libraries(${target} PRIVATE vexel_kit)
+    set_target_properties(${target} PROPERTIES
+      INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  endif()
+endfunction()
+
+vexel_add_program(vexel_host vexel ${host_sources})
+
+# PNG and PDF take libraries that `vexel` can do without, and that a machine need not have.
+pkg_check_modules(print_libraries QUIET IMPORTED_TARGET pangocairo>=1.50 cairo-pdf>=1.16 libpng>=1.6 zlib)
+if(NOT print_libraries_FOUND)
+  message(STATUS "Pango, Cairo or libpng is not installed: no vexel-print")
+  return()
 endif()
+file(GLOB print_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/apps/print/*.cpp")
+list(REMOVE_ITEM print_sources "${PROJECT_SOURCE_DIR}/apps/print/main.cpp")
+add_library(vexel_print_objects OBJECT ${print_sources})
+target_include_directories(vexel_print_objects PUBLIC
+  "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/print" "${VEXEL_INCLUDE_DIR}")
+target_link_libraries(vexel_print_objects PRIVATE vexel_options PUBLIC PkgConfig::print_libraries)
+vexel_add_program(vexel_print vexel-print "${PROJECT_SOURCE_DIR}/apps/print/main.cpp")
+target_link_libraries(vexel_print PRIVATE vexel_print_objects)

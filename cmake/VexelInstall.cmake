@@ -15,6 +15,10 @@ if(TARGET vexel_host)
   install(TARGETS vexel_host)
   add_dependencies(vexel_installed vexel_host)
 endif()
+if(TARGET vexel_print)
+  install(TARGETS vexel_print)
+  add_dependencies(vexel_installed vexel_print)
+endif()
 
 install(EXPORT vexel_targets
   FILE vexel-config.cmake

@@ -1,7 +1,7 @@
 # libvexel-kit.so: what every host shares. Like the engine's, its objects are built once and go into
 # the shared library and straight into programs and tests.
 
-set(VEXEL_KIT_ROOMS request files classes palettes view report)
+set(VEXEL_KIT_ROOMS request files classes palettes view publish report)
 
 set(VEXEL_KIT_PUBLIC_HEADERS
   kit/classes/classes.h
@@ -10,6 +10,13 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/files/printable.h
   kit/palettes/color.h
   kit/palettes/palettes.h
+  kit/publish/compose.h
+  kit/publish/drawing.h
+  kit/publish/media.h
+  kit/publish/pixels.h
+  kit/publish/raster.h
+  kit/publish/svg.h
+  kit/report/map_page.h
   kit/report/page_html.h
   kit/report/report.h
   kit/report/summary.h
@@ -18,6 +25,7 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/request/hints.h
   kit/request/json_request.h
   kit/request/json_text.h
+  kit/request/markup.h
   kit/request/parameters.h
   kit/request/query.h
   kit/request/request.h

@@ -2,6 +2,7 @@
 # found, not listed, so that none is forgotten. tests/support/ holds what they share, and its tests.
 
 find_package(GTest REQUIRED)
+find_package(EXPAT REQUIRED)
 include(GoogleTest)
 
 set(tests_dir "${PROJECT_SOURCE_DIR}/tests")
@@ -42,7 +43,7 @@ endif()
 
 # These make do with what the shared library exports, and so notice what it forgets to.
 set(outside_folders data map)
-set(kit_folders kit support)
+set(kit_folders kit print support)
 
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${tests_dir}" "${tests_dir}/*")
 foreach(folder IN LISTS folders)
@@ -50,7 +51,7 @@ foreach(folder IN LISTS folders)
   if(folder STREQUAL "support")
     list(FILTER test_sources INCLUDE REGEX "_test\\.cpp$")
   endif()
-  if(NOT test_sources)
+  if(NOT test_sources OR (folder STREQUAL "print" AND NOT TARGET vexel_print))
     continue()
   endif()
   set(test_program test_${folder})
@@ -64,8 +65,15 @@ foreach(folder IN LISTS folders)
   endif()
   target_link_libraries(${test_program} PRIVATE
     vexel_options vexel_test_support ${library} GTest::gtest_main)
+  if(folder STREQUAL "kit")
+    target_link_libraries(${test_program} PRIVATE EXPAT::EXPAT)  # parses the SVGs
+  endif()
   if(folder STREQUAL "cli" AND TARGET vexel_host)
     add_dependencies(${test_program} vexel_host)
+  endif()
+  if(folder STREQUAL "print")
+    target_link_libraries(${test_program} PRIVATE vexel_print_objects)
+    add_dependencies(${test_program} vexel_host vexel_print)
   endif()
   # The listing of tests happens when ctest starts, with time enough for a sanitized program.
   gtest_discover_tests(${test_program}
@@ -90,6 +98,16 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
       VEXEL_FAILING_MEMORY="$<TARGET_FILE:vexel_failing_memory>")
     add_dependencies(test_faults vexel_host vexel_failing_memory)
   endif()
+endif()
+
+# Web pages as a browser takes them, where there is one that works without a window.
+find_program(VEXEL_CHROMIUM chromium)
+mark_as_advanced(VEXEL_CHROMIUM)
+if(VEXEL_CHROMIUM AND TARGET vexel_host)
+  add_test(NAME browser/MapPage
+    COMMAND "${tests_dir}/browser/check.sh"
+      $<TARGET_FILE:vexel_host> "${VEXEL_CHROMIUM}" "${PROJECT_SOURCE_DIR}/samples")
+  set_tests_properties(browser/MapPage PROPERTIES LABELS browser TIMEOUT 300)
 endif()
 
 # The programs of the README, built against the headers by the names that they have when installed.

@@ -25,7 +25,8 @@ class Arguments {
   // Takes the value of an option; an Error from it gets the option's name in front.
   using Reader = std::function<void(std::string_view text)>;
 
-  Arguments(const std::string& command, const std::string& summary, const std::string& example);
+  // `call` is how one calls the sub-command: "vexel info".
+  Arguments(const std::string& call, const std::string& summary, const std::string& example);
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
   ~Arguments();

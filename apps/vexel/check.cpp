@@ -111,7 +111,7 @@ int Check(int argc, const char* const* argv, CliHost& host) {
   std::vector<std::string> files;
   std::string mapFile;
   bool asJson = false;
-  Arguments arguments("check",
+  Arguments arguments("vexel check",
                       "List everything in maps and data files that is taken as the rules say though"
                       " you will hardly have meant it: file, line, area, column, the text found and"
                       " what it is taken for. A data file's map is looked at as well. The exit"

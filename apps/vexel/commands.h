@@ -5,10 +5,15 @@
 #define VEXEL_APPS_VEXEL_COMMANDS_H_
 
 #include "host.h"
+#include "kit/publish/media.h"
 
 namespace vexel::cli {
 
-enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2, kNotInstalled = 3 };
+
+// What makes pictures of that kind in this program; null where another program has to. Each program
+// has its own.
+Painter PainterOf(const Medium& medium);
 
 int Render(int argc, const char* const* argv, CliHost& host);
 int Compile(int argc, const char* const* argv, CliHost& host);

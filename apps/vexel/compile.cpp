@@ -11,7 +11,7 @@ namespace vexel::cli {
 int Compile(int argc, const char* const* argv, CliHost& host) {
   std::string input;
   std::string output;
-  Arguments arguments("compile",
+  Arguments arguments("vexel compile",
                       "Write the compiled form of a text map, which loads faster. Without -o it"
                       " stands beside the map, where data files find it.",
                       "vexel compile counties.map");

@@ -43,7 +43,7 @@ std::string DataFileText(CVELAMap& map) {
 int Convert(int argc, const char* const* argv, CliHost& host) {
   std::string input;
   std::string output;
-  Arguments arguments("convert",
+  Arguments arguments("vexel convert",
                       "Read a map data file and write it again in the current form: all names"
                       " filled in, separators of the locale, the map where it is. No map is"
                       " compiled.",

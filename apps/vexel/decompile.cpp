@@ -35,7 +35,7 @@ void LoadBothHalves(CVELAMap& map, const std::string& path, CliHost& host) {
 int Decompile(int argc, const char* const* argv, CliHost& host) {
   std::string input;
   std::string output;
-  Arguments arguments("decompile",
+  Arguments arguments("vexel decompile",
                       "Write the text form of a compiled map. It is in plane coordinates with four"
                       " decimals.",
                       "vexel decompile counties.mpc -o counties.map");

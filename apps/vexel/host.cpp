@@ -13,11 +13,13 @@
 #include <new>
 
 #include "kit/files/printable.h"
+#include "program.h"
 
 namespace vexel::cli {
 
 namespace {
 
+constexpr std::size_t kLongestName = 32;
 constexpr std::size_t kLongestLine = 500;
 constexpr std::size_t kRemarksShown = 5;
 constexpr std::size_t kMessagesShown = 20;
@@ -70,10 +72,12 @@ NumberSeparators LocaleSeparators() {
 }  // namespace
 
 void Say(std::initializer_list<std::string_view> parts) noexcept {
-  constexpr std::string_view kName = "vexel: ";
+  constexpr std::string_view kAfterName = ": ";
   constexpr std::string_view kMore = "...";
-  std::array<char, kName.size() + kLongestLine + kMore.size() + 1> line;
-  char* to = std::copy(kName.begin(), kName.end(), line.data());
+  std::array<char, kLongestName + kAfterName.size() + kLongestLine + kMore.size() + 1> line;
+  const std::string_view name = kProgram.name.substr(0, kLongestName);
+  char* to = std::copy(name.begin(), name.end(), line.data());
+  to = std::copy(kAfterName.begin(), kAfterName.end(), to);
   std::size_t room = kLongestLine;
   bool isWhole = true;
   for (const std::string_view part : parts) {

@@ -13,8 +13,8 @@
 
 namespace vexel::cli {
 
-// Writes "vexel: " and the text, which may come in parts, as one line to standard error. What would
-// upset a terminal is replaced. Takes no memory, so that it can tell that there is none.
+// Writes the program's name and the text, which may come in parts, as one line to standard error.
+// What would upset a terminal is replaced. Takes no memory, so that it can tell that there is none.
 void Say(std::initializer_list<std::string_view> parts) noexcept;
 inline void Say(std::string_view text) noexcept { Say({text}); }
 

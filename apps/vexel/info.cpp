@@ -324,7 +324,7 @@ std::string DataAnswer(const std::string& path, bool asJson, CliHost& host) {
 int Info(int argc, const char* const* argv, CliHost& host) {
   std::string path;
   bool asJson = false;
-  Arguments arguments("info", "Tell what is in a map, a compiled map or a data file.",
+  Arguments arguments("vexel info", "Tell what is in a map, a compiled map or a data file.",
                       "vexel info counties.mdf");
   arguments.Positional("FILE", "The file", path);
   arguments.Flag("--json", "Print JSON", asJson);

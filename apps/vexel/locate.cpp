@@ -57,7 +57,7 @@ int Locate(int argc, const char* const* argv, CliHost& host) {
   Request request;
   std::string pixelText;
   bool asJson = false;
-  Arguments arguments("locate",
+  Arguments arguments("vexel locate",
                       "Tell which area the page shows at a pixel, counted from 0 at the top left:"
                       " its codes, name and value, with tabs between. The options of the page are"
                       " those of render.",

@@ -1,11 +1,8 @@
-// The program `vexel`: picks the sub-command, and turns what goes wrong into a line and a status.
+// The program `vexel`: picks the sub-command.
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
-#include <exception>
-#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +11,8 @@
 #include "host.h"
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
-#include "memory.h"
+#include "other_program.h"
+#include "program.h"
 #include "vexel/version.h"
 
 namespace vexel::cli {
@@ -27,8 +25,16 @@ struct Command {
   int (*run)(int argc, const char* const* argv, CliHost& host);
 };
 
+// Runs a program that stands beside this one.
+template <const char* kName>
+int Beside(int /*argc*/, const char* const* argv, CliHost& /*host*/) {
+  return RunOtherProgram(kName, "this command is the program", argv);
+}
+
+constexpr char kPrint[] = "vexel-print";
+
 constexpr std::array kCommands{
-    Command{"render", "Draw a map page as a GIF, with a web page and a report", Render},
+    Command{"render", "Draw a map page, with a web page and a report", Render},
     Command{"locate", "Tell which area a page shows at a pixel", Locate},
     Command{"info", "Tell what is in a map, a compiled map or a data file", Info},
     Command{"compile", "Write the compiled form of a text map", Compile},
@@ -37,9 +43,8 @@ constexpr std::array kCommands{
     Command{"check", "List what is doubtful in maps and data files", Check},
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
+    Command{"print", "Draw a page for publication, as PNG or PDF", Beside<kPrint>},
 };
-
-constexpr std::string_view kNoMemory = "out of memory";
 
 void PrintHelp() {
   std::string text =
@@ -80,9 +85,9 @@ const Command& CommandNamed(std::string_view name) {
 
 // What `vexel COMMAND --help` prints.
 int Help(const char* name) {
-  const std::array<const char*, 2> arguments{name, "--help"};
+  const std::array<const char*, 3> arguments{name, "--help", nullptr};
   CliHost host;
-  return CommandNamed(name).run(static_cast<int>(arguments.size()), arguments.data(), host);
+  return CommandNamed(name).run(static_cast<int>(arguments.size()) - 1, arguments.data(), host);
 }
 
 int Run(int argc, const char* const* argv) {
@@ -111,50 +116,13 @@ int Run(int argc, const char* const* argv) {
   }
 }
 
-int SayUsage(const Error& error, const char* command) {
-  const bool isKnown = *command != 0;
-  Say({command, isKnown ? ": " : "", error.what()});
-  std::fprintf(stderr, "Try 'vexel%s%s --help'.\n", isKnown ? " " : "", command);
-  return kWrongUsage;
-}
-
-// An exception takes memory itself, and may find none; the libraries below make some objects before
-// main begins, where nobody catches one. Whatever else ends the program so is a fault of it.
-[[noreturn]] void EndWithoutMemory() {
-  try {
-    if (std::current_exception() != nullptr) throw;
-  } catch (const std::bad_alloc&) {
-  } catch (...) {
-    std::abort();
-  }
-  Say(kNoMemory);
-  std::_Exit(kFailed);
-}
-
-// Comes before the objects with constructors, of this program and of what it is linked to.
-[[gnu::constructor(101)]] void PrepareForNoMemory() { std::set_terminate(EndWithoutMemory); }
-
 }  // namespace
-
-int Main(int argc, const char* const* argv) {
-  PreferLargePages();
-  const auto isFirst = [=](const Command& command) { return argc > 1 && command.name == argv[1]; };
-  const bool isKnown = std::any_of(kCommands.begin(), kCommands.end(), isFirst);
-  try {
-    const int status = Run(argc, argv);
-    if (std::fflush(stdout) == 0) return status;
-    Say("standard output cannot be written");
-  } catch (const Error& error) {
-    if (error.GetKind() == Error::Kind::request) return SayUsage(error, isKnown ? argv[1] : "");
-    if (!error.IsTold()) Say(error.what());
-  } catch (const std::bad_alloc&) {
-    Say(kNoMemory);
-  } catch (const std::exception& error) {
-    Say(error.what());
-  }
-  return kFailed;
-}
 
 }  // namespace vexel::cli
 
-int main(int argc, char** argv) { return vexel::cli::Main(argc, argv); }
+int main(int argc, char** argv) {
+  using namespace vexel::cli;
+  const auto isFirst = [=](const Command& command) { return argc > 1 && command.name == argv[1]; };
+  const bool isKnown = std::any_of(kCommands.begin(), kCommands.end(), isFirst);
+  return RunToStatus(Run, argc, argv, isKnown ? argv[1] : "");
+}

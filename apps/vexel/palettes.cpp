@@ -27,7 +27,7 @@ bool WantsColor() {
 
 int ShowPalettes(int argc, const char* const* argv, CliHost& /*host*/) {
   bool asJson = false;
-  Arguments arguments("palettes",
+  Arguments arguments("vexel palettes",
                       "Show the palettes, by the names that --palette takes, and which of them stay"
                       " apart for colour-blind readers. On a terminal each has a bar of its colours"
                       " for seven groups.",

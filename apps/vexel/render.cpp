@@ -1,4 +1,4 @@
-// A page as GIF, with its web page and its report.
+// A page with its web page and its report.
 
 #include <unistd.h>
 
@@ -16,25 +16,60 @@
 #include "kit/report/summary.h"
 #include "kit/report/write_page.h"
 #include "kit/request/error.h"
+#include "kit/request/hints.h"
+#include "kit/request/json_request.h"
 #include "kit/view/view.h"
+#include "other_program.h"
+#include "program.h"
 
 namespace vexel::cli {
 
 namespace {
 
-// A name that promises another picture than a GIF, or a terminal, gets none.
-void CheckPicture(const std::string& name) {
-  if (IsStandard(name)) {
-    if (::isatty(STDOUT_FILENO) == 0) return;
+std::vector<std::string_view> MediaNames() {
+  std::vector<std::string_view> names;
+  for (const Medium& medium : Media()) names.push_back(medium.name);
+  return names;
+}
+
+// The medium that --format or else the picture's name asks for. A name that promises another
+// picture, or a terminal, gets none.
+const Medium& MediumFor(const std::string& format, const std::string& name) {
+  if (IsStandard(name) && ::isatty(STDOUT_FILENO) != 0) {
     throw WrongRequest("a picture is nothing for a terminal: -o PAGE.gif, or redirect the output");
   }
-  constexpr std::array<std::string_view, 9> kOthers{".png",  ".jpg", ".jpeg", ".svg", ".pdf",
-                                                    ".webp", ".tif", ".tiff", ".bmp"};
+  const Medium* const said = FindMedium(format);
+  if (said == nullptr && !format.empty()) {
+    throw WrongRequest("--format: " + Quoted(format) + " is none of " + Joined(MediaNames()) +
+                       Hint(format, MediaNames()));
+  }
+  const Medium* const promised = MediumOfFile(name);
+  const Medium& medium = said != nullptr       ? *said
+                         : promised != nullptr ? *promised
+                                               : *FindMedium(kProgram.medium);
+  constexpr std::array<std::string_view, 6> kOthers{".jpg", ".jpeg", ".webp",
+                                                    ".tif", ".tiff", ".bmp"};
   const std::string extension = std::filesystem::path(name).extension();
-  const auto isIt = [&](std::string_view other) { return EqualNoCase(other, extension); };
-  if (std::none_of(kOthers.begin(), kOthers.end(), isIt)) return;
-  throw WrongRequest(name + ": pages are GIF pictures; a name that ends in " + extension +
-                     " would not be true");
+  const bool isOther = std::any_of(kOthers.begin(), kOthers.end(), [&](std::string_view other) {
+    return EqualNoCase(other, extension);
+  });
+  if (!isOther && (promised == nullptr || promised == &medium)) return medium;
+  throw WrongRequest(name + ": a name that ends in " + extension +
+                     " would not be true; pages are " +
+                     (isOther ? "of the formats " + Joined(MediaNames())
+                              : "of that format with --format " + std::string(promised->name)));
+}
+
+// Has the program that draws the medium do all of it. A view that was read from standard input
+// cannot be read again, so that what it has come to goes there.
+int RunPrinter(const Medium& medium, const Request& request, const std::string& viewFile,
+               const char* const* argv) {
+  std::string name(medium.name);
+  std::transform(name.begin(), name.end(), name.begin(), [](char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  });
+  return RunOtherProgram(std::string(medium.program), name + " pages are drawn by", argv,
+                         IsStandard(viewFile) ? JsonText(request) : "");
 }
 
 void CheckStrictly(const CliHost& host, const Request& request) {
@@ -77,9 +112,10 @@ std::vector<std::string> FormsOf(const CVELAMap& map) {
 }
 
 // The picture's name when none is given: that of the data file, in the working folder.
-std::string PictureFor(const std::string& data) {
-  if (IsStandard(data)) return "page.gif";
-  return WithExtension(data.substr(FolderOf(data).size()), ".gif");
+std::string PictureFor(const std::string& data, const std::string& format) {
+  const std::string extension = '.' + std::string(format.empty() ? kProgram.medium : format);
+  if (IsStandard(data)) return "page" + extension;
+  return WithExtension(data.substr(FolderOf(data).size()), extension);
 }
 
 }  // namespace
@@ -89,15 +125,22 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   PageFiles files;
   bool quiet = false;
   bool strict = false;
-  Arguments arguments("render",
-                      "Draw a map page as a GIF. Without -o the picture gets the name of DATA and"
+  std::string format;
+  Arguments arguments(std::string(kProgram.render),
+                      "Draw a map page: a GIF, or a page for publication as SVG, PDF or PNG, by how"
+                      " the picture's name ends. Without -o the picture gets the name of DATA and"
                       " stands in the working folder; - is standard output. All files are whole"
                       " before the first takes its place; a run that is killed just then may leave"
                       " a new picture beside an old web page or report: run it again.",
-                      "vexel render counties.mdf --level 2 --var \"Unemployment rate 2009\" "
-                      "-o page.gif --html page.html");
+                      std::string(kProgram.render) +
+                          " counties.mdf --level 2 --var \"Unemployment rate 2009\" "
+                          "-o page.svg --html page.html");
   arguments.Group("Output");
   arguments.Option("-o,--output", "FILE", "The picture", files.picture);
+  arguments.Option("--format", "WORD",
+                   "Of the picture: " + Joined(MediaNames()) + " [by its name, else " +
+                       std::string(kProgram.medium) + ']',
+                   format);
   arguments.Option("--html", "FILE", "A web page around the picture that tells each area's value",
                    files.html);
   arguments.Option("--report", "FILE", "What the page was made from, as JSON", files.report);
@@ -108,9 +151,16 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   arguments.RequestOptions(request);
   if (!arguments.Parse(argc, argv)) return kDone;
   GroupingOf(request);
-  if (files.picture.empty()) files.picture = PictureFor(request.data);
-  CheckPicture(files.picture);
+  if (files.picture.empty()) files.picture = PictureFor(request.data, format);
+  const Medium& medium = MediumFor(format, files.picture);
   CheckOutputs(files, {request.data, request.map, arguments.ViewFile()});
+  if (medium.name == "pdf" && !files.html.empty()) {
+    throw WrongRequest("--html: a browser shows no PDF in a page; take SVG or PNG");
+  }
+  const Painter paint = PainterOf(medium);
+  if (paint == nullptr && !medium.program.empty()) {
+    return RunPrinter(medium, request, arguments.ViewFile(), argv);
+  }
   host.SetProgressWanted(!quiet);
   host.SetRemarksWanted(!quiet);
 
@@ -120,7 +170,11 @@ int Render(int argc, const char* const* argv, CliHost& host) {
   if (strict) CheckStrictly(host, request);
   // Once the files stand in their places nothing may fail any more.
   const std::string summary = quiet ? "" : SummaryText(view);
-  WritePage(view, files);
+  if (paint == nullptr) {
+    WritePage(view, files);
+  } else {
+    WritePublication(view, files, paint);
+  }
   if (quiet) return kDone;
   for (const std::string& note : view.notes) Say(note);
   std::fputs(summary.c_str(), stderr);

@@ -13,7 +13,7 @@ int Tree(int argc, const char* const* argv, CliHost& host) {
   std::string output;
   std::string baseUrl;
   bool hasBaseUrl = false;
-  Arguments arguments("tree", "List the areas of a map, group by group, for a web page.",
+  Arguments arguments("vexel tree", "List the areas of a map, group by group, for a web page.",
                       "vexel tree counties.map -o counties.tree --base-url http://maps.example/?");
   arguments.Positional("MAP", "Text or compiled map", input);
   arguments.Option("-o,--output", "FILE", "The listing, or - for standard output", output);

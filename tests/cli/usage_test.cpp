@@ -100,7 +100,7 @@ const Refusal kUsage[] = {
     {"render land.mdf --intervals naturl", 2, "mean natural"},
     {"render land.mdf --colors #fff,#zzz", 2, "--colors|#zzz"},
     {"render land.mdf --same-bounds Births,Deths", 2, "--same-bounds|mean Deaths"},
-    {"render land.mdf -o page.png", 2, "page.png|GIF"},
+    {"render land.mdf -o page.webp", 2, "page.webp|gif, svg, pdf|png"},
     {"check", 2, "FILE"},
     {"help rendr", 2, "mean render"},
     {"tree land.map -o areas.txt", 2, "--base-url"},
