@@ -16,9 +16,21 @@ export TMPDIR=$work
 
 "$build/vexel_bench" "${@:2}"
 
-# render DATA MAP LEVEL: the command into the array `command`.
+# render DATA MAP LEVEL [MEDIUM]: the command into the array `command`.
 render() {
-  command=("$build/vexel" render "$1" --map "$2" "${view[@]}" --level "$3" -o "$work/page.gif")
+  command=("$build/vexel" render "$1" --map "$2" "${view[@]}" --level "$3" -o "$work/page.${4:-gif}")
+}
+
+# publish TIMES NAME DATA MAP LEVEL FLOOR: the publication page in each medium, beside the floor.
+publish() {
+  local comparison=() medium media=(svg)
+  [[ ! -x $build/vexel-print ]] || media+=(png pdf)
+  for medium in "${media[@]}"; do
+    render "$3" "$4" "$5" "$medium"
+    comparison+=("publication page ${medium^^}, compiled map $2" "${command[@]}" --)
+  done
+  "$build/vexel_cold" "$1" "${comparison[@]}" \
+    "plain gd, the same polygons" "$build/vexel_floor" "$6" "$work/floor.gif"
 }
 
 echo
@@ -33,6 +45,10 @@ render "$work/counties-32.mdf" "$work/counties-32.mpc" 3
 "$build/vexel_cold" 11 "render, compiled map /32" "${command[@]}" -- \
   "the same with its web page" "${command[@]}" --html "$work/page.html" -- \
   "plain gd, the same polygons" "$build/vexel_floor" "$work/page-32" "$work/floor.gif"
+echo
+publish 21 /1 "$samples/us-counties.mdf" "$work/counties-1.mpc" 2 "$work/page-1"
+echo
+publish 7 /32 "$work/counties-32.mdf" "$work/counties-32.mpc" 3 "$work/page-32"
 echo
 render "$work/counties-16.mdf" "$work/counties-16.map" 3
 "$build/vexel_cold" 5 "render, text map /16" "${command[@]}"
