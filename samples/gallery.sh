@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws pages that together show every palette, interval type, calculation and layout, and an index
-# page over them.
+# Draws pages that together show every palette, interval type, calculation and layout, each as the
+# engine's GIF and as a page for publication, and an index page over them.
 set -euo pipefail
 
 if (($# != 2)); then
@@ -36,10 +36,16 @@ page() {
   local command=("$vexel" render "${@:5}" --size "$size" -o "$folder/$name.gif" --html "$folder/$name.html")
   echo "$folder/$name.gif"
   "${command[@]}" --quiet
+  echo "$folder/$name.svg"
+  "$vexel" render "${@:5}" --size "$size" --quiet -o "$folder/$name.svg" --html "$folder/$name-svg.html"
+  [[ ! -x $(dirname "$vexel")/vexel-print ]] ||
+    "$vexel" render "${@:5}" --size "$size" --quiet -o "$folder/$name.png"
   figures+="
 <figure>
 <a href=\"$name.html\"><img src=\"$name.gif\" width=\"${size%x*}\" height=\"${size#*x}\"
   alt=\"$(escaped "$shows")\"></a>
+<a href=\"$name-svg.html\"><img src=\"$name.svg\" width=\"${size%x*}\" height=\"${size#*x}\"
+  alt=\"The same for publication.\"></a>
 <figcaption>
 <p>$(escaped "$caption")</p>
 <pre><code>$(escaped "$(typed "${command[@]}")")</code></pre>
@@ -170,7 +176,7 @@ pre { padding: .5em; background: #f3f3f3; white-space: pre-wrap; overflow-wrap: 
 <main>
 <h1>Vexel gallery</h1>
 <p>Each picture leads to its web page, where every area tells its name and value. The commands run in
-the folder in which these pages were drawn.</p>$figures
+the folder in which these pages were drawn; the second picture is the same with .svg in place of .gif.</p>$figures
 </main>
 </body>
 </html>
