@@ -22,14 +22,13 @@ class AreaIndex {
  public:
   static constexpr std::size_t kNoEntry = static_cast<std::size_t>(-1);
 
-  explicit AreaIndex(std::size_t expected)
-      : slots_(std::bit_ceil(2 * expected + 1)),
-        seed_(std::bit_cast<std::uintptr_t>(slots_.data())) {
-    entries_.reserve(expected);
+  // For at most so many items.
+  explicit AreaIndex(std::size_t most)
+      : slots_(std::bit_ceil(2 * most + 1)), seed_(std::bit_cast<std::uintptr_t>(slots_.data())) {
+    entries_.reserve(most);
   }
 
   void Add(Item* item) {
-    if (2 * (entries_.size() + 1) > slots_.size()) Enlarge();
     const CAreaStruct& key = item->GetArea();
     const std::uint64_t hash = Hash(key);
     Slot& slot = slots_[Probe(hash, key)];
@@ -105,15 +104,6 @@ class AreaIndex {
       at = (at + 1) & mask;
     }
     return at;
-  }
-
-  void Enlarge() {
-    slots_.assign(2 * slots_.size(), Slot{});
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-      const CAreaStruct& key = entries_[i].item->GetArea();
-      const std::uint64_t hash = Hash(key);
-      slots_[Probe(hash, key)] = {UpperHalf(hash), static_cast<std::uint32_t>(i + 1)};
-    }
   }
 
   std::vector<Slot> slots_;
