@@ -72,7 +72,7 @@ def planted(text, fault):
         sys.exit(f"mutate: {fault.name}: its text stands in {fault.file} {len(found)} times, not once")
     start, end = found[0].span()
     old, switch = text[start:end], f"vexel_fault({fault.number})"
-    if old.endswith((";", "}")):
+    if old.endswith(";") or (old.endswith("}") and ";" in old):
         new = f"if ({switch}) {{ {fault.new} }} else {{ {old} }}"
     else:
         new = f"({switch} ? ({fault.new}) : ({old}))"
@@ -168,10 +168,10 @@ class Runner:
         """Which test notices the fault, None when there is none."""
         program, only = self.caught.get(fault.name, (None, None))
         if program in self.programs and not only.startswith("("):
-            if run_tests(program, fault.number, 30 + 5 * self.times[program], only):
+            if run_tests(program, fault.number, 20 + 4 * self.times[program], only):
                 return program, only
         for program in self.order(fault):
-            failed = run_tests(program, fault.number, 30 + 5 * self.times[program])
+            failed = run_tests(program, fault.number, 20 + 4 * self.times[program])
             if failed:
                 return program, failed
         return None
