@@ -83,20 +83,29 @@ foreach(folder IN LISTS folders)
     PROPERTIES LABELS ${folder} TIMEOUT 300)
 endforeach()
 
-# Tests of memory that fails replace the allocating functions, which the sanitizers have replaced
-# already: in the test program, and in the program `vexel` by an object that is loaded before all else.
+# Tests of calls and of memory that fail replace functions of the C library: in test programs, and in
+# the program `vexel` by an object that is loaded before all else. The sanitizers, which have replaced
+# those for memory already, let no such object in.
+set(failing_calls "${tests_dir}/faults/calls/failing_calls.cpp")
+target_sources(test_faults PRIVATE "${failing_calls}")
+target_sources(test_messages PRIVATE "${failing_calls}")
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
   set(failing_memory "${tests_dir}/faults/memory/failing_memory.cpp")
-  add_library(vexel_failing_memory MODULE "${failing_memory}")
-  set_target_properties(vexel_failing_memory PROPERTIES PREFIX "")
-  target_link_libraries(vexel_failing_memory PRIVATE vexel_options)
   target_sources(test_faults PRIVATE
     "${failing_memory}" "${tests_dir}/faults/memory/engine_memory_test.cpp")
   if(TARGET vexel_host)
-    target_sources(test_faults PRIVATE "${tests_dir}/faults/memory/program_memory_test.cpp")
-    target_compile_definitions(test_faults PRIVATE
-      VEXEL_FAILING_MEMORY="$<TARGET_FILE:vexel_failing_memory>")
-    add_dependencies(test_faults vexel_host vexel_failing_memory)
+    target_sources(test_faults PRIVATE
+      "${tests_dir}/faults/calls/program_calls_test.cpp"
+      "${tests_dir}/faults/memory/program_memory_test.cpp")
+    foreach(what IN ITEMS calls memory)
+      string(TOUPPER "${what}" name)
+      add_library(vexel_failing_${what} MODULE "${failing_${what}}")
+      set_target_properties(vexel_failing_${what} PROPERTIES PREFIX "")
+      target_link_libraries(vexel_failing_${what} PRIVATE vexel_options)
+      target_compile_definitions(test_faults PRIVATE
+        "VEXEL_FAILING_${name}=\"$<TARGET_FILE:vexel_failing_${what}>\"")
+      add_dependencies(test_faults vexel_host vexel_failing_${what})
+    endforeach()
   endif()
 endif()
 

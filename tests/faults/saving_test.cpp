@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "faults/calls/failing_calls.h"
 #include "faults/model.h"
 
 namespace vexel::test {
@@ -118,6 +119,19 @@ TEST_P(Saving, TellsOfADeviceThatTakesNothingAndOfAFolderThatIsNotThere) {
   EXPECT_EQ(dir.List(), before);
 }
 
+TEST_P(Saving, LeavesTheOldFileWhenTheSystemRefusesTheLastSteps) {
+  const CVELAString path = Put("f", "old");
+  const std::vector<std::string> names = dir.List();
+  for (const char* order : {"write fails 1", "close fails 1", "rename fails 1"}) {
+    FailCalls(order);
+    EXPECT_EQ(GetParam().write(model, path), GetParam().failed) << order;
+    FailCalls("");
+    EXPECT_EQ(TakeBoxes(), Told(GetParam().told, path)) << order;
+    EXPECT_EQ(dir.Read("f"), "old") << order;
+    EXPECT_EQ(dir.List(), names) << order;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Writers, Saving, testing::ValuesIn(kWriters),
                          [](const auto& tested) { return tested.param.name; });
 
@@ -141,33 +155,6 @@ TEST_F(Saving, ADataFileIsNotWrittenWhenItsMapIsNot) {
   EXPECT_EQ(dir.Read("m.mpc"), dir.Read("new"));
   EXPECT_EQ(dir.Read("d.mdf"), old);
   EXPECT_EQ(dir.List(), (std::vector<std::string>{"d.mdf", "m.map", "m.mpc", "new"}));
-}
-
-// More than is buffered: the failure shows while there is still something to write.
-TEST_F(Saving, BeyondTheBufferTheRestIsPassedOverOrTheExceptionRises) {
-  CPolygon& polygon = *model.map.GetChild(1)->GetPoly(0);
-  for (int i = 0; i < 150000; ++i) {
-    polygon.AddPointF(1234.5F, 1234.5F);
-    polygon.AddPoint(12345, -12345);
-  }
-  Put("f", "old");
-  const auto outcome = [&](const Writer& writer, rlim_t limit) {
-    const FullDisk disk(limit);
-    try {
-      return writer.write(model, Path("f")) == writer.failed ? "told" : "done";
-    } catch (const CFileException&) {
-      return "thrown";
-    }
-  };
-  for (const rlim_t limit : {rlim_t{100}, rlim_t{300'000}}) {
-    EXPECT_STREQ(outcome(kWriters[0], limit), "told");
-    EXPECT_STREQ(outcome(kWriters[1], limit), "told");
-    EXPECT_STREQ(outcome(kWriters[5], limit), "thrown");
-    EXPECT_EQ(host.boxes.size(), 2U);
-    host.boxes.clear();
-    EXPECT_EQ(dir.Read("f"), "old");
-    EXPECT_EQ(dir.List().size(), before.size() + 1);
-  }
 }
 
 }  // namespace

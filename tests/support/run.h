@@ -3,8 +3,10 @@
 #ifndef VEXEL_TESTS_SUPPORT_RUN_H_
 #define VEXEL_TESTS_SUPPORT_RUN_H_
 
+#include <pty.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -20,10 +22,11 @@
 namespace vexel::test {
 
 struct RunOptions {
-  std::string folder = ".";              // to work in
-  std::string_view input;                // on standard input
-  std::optional<rlim_t> fileLimit;       // no file can grow beyond so many bytes
-  std::vector<std::string> environment;  // "NAME=value", besides ours
+  std::string folder = ".";                   // to work in
+  std::string_view input = {};                // on standard input
+  bool onTerminal = false;                    // all that it says comes out of one
+  std::optional<rlim_t> fileLimit = {};       // no file can grow beyond so many bytes
+  std::vector<std::string> environment = {};  // "NAME=value", besides ours
 };
 
 struct RunResult {
@@ -59,6 +62,33 @@ class StreamFile {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
 };
 
+// A terminal that passes everything on as it is.
+class Terminal {
+ public:
+  Terminal() {
+    termios plain{};
+    ::cfmakeraw(&plain);
+    if (::openpty(&here_, &there_, nullptr, &plain, nullptr) != 0) {
+      throw std::runtime_error("no terminal");
+    }
+  }
+  ~Terminal() { ::close(here_); }
+
+  int Descriptor() const { return there_; }
+
+  // All that is said on it until nobody has it open.
+  std::string Text() {
+    ::close(there_);
+    std::string text;
+    for (char c = 0; ::read(here_, &c, 1) == 1;) text += c;
+    return text;
+  }
+
+ private:
+  int here_ = -1;
+  int there_ = -1;
+};
+
 // In the child: becomes the program, in the plain locale. A program that hangs is ended.
 [[noreturn]] inline void BecomeProgram(const std::vector<char*>& argv, const RunOptions& options) {
   constexpr unsigned kSecondsToHang = 120;
@@ -85,18 +115,23 @@ inline RunResult RunProgram(const std::string& program, std::vector<std::string>
   StreamFile out;
   StreamFile err;
   in.Fill(options.input);
+  std::optional<Terminal> terminal;
+  if (options.onTerminal) terminal.emplace();
 
   const pid_t child = ::fork();
   if (child < 0) throw std::runtime_error("no process");
   if (child == 0) {
     ::dup2(in.Descriptor(), STDIN_FILENO);
-    ::dup2(out.Descriptor(), STDOUT_FILENO);
-    ::dup2(err.Descriptor(), STDERR_FILENO);
+    ::dup2(terminal ? terminal->Descriptor() : out.Descriptor(), STDOUT_FILENO);
+    ::dup2(terminal ? terminal->Descriptor() : err.Descriptor(), STDERR_FILENO);
+    if (terminal) ::close(terminal->Descriptor());
     BecomeProgram(argv, options);
   }
+  const std::string shown = terminal ? terminal->Text() : "";
   int status = 0;
   if (::waitpid(child, &status, 0) != child) throw std::runtime_error("the process is lost");
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.Text(), err.Text()};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
+          terminal ? shown : out.Text(), err.Text()};
 }
 
 }  // namespace vexel::test
