@@ -27,17 +27,6 @@ TEST_F(Cli, ConvertsToWhatConvertsToItself) {
   EXPECT_EQ(Report("once.mdf --level 2")["areas"], Report("land.mdf --level 2")["areas"]);
 }
 
-TEST_F(Cli, TakesTheNewerFormOfTheMap) {
-  ASSERT_EQ(Call("compile land.map").status, 0);
-  const auto now = fs::last_write_time(folder.Path("land.map"));
-  for (const auto& [seconds, form] : {std::pair{-60, "text"}, {0, "compiled"}, {60, "compiled"}}) {
-    fs::last_write_time(folder.Path("land.mpc"), now + std::chrono::seconds(seconds));
-    const Json report = Report("land.mdf --level 2");
-    EXPECT_EQ(report["map"]["form"], form) << seconds;
-    EXPECT_EQ(report["areas"].size(), 3U) << form;
-  }
-}
-
 TEST_F(Cli, WritesPictureToStandardOutput) {
   ASSERT_EQ(Call("render land.mdf --level 2").status, 0);
   const std::vector<std::string> before = folder.List();
