@@ -177,15 +177,6 @@ TEST_F(CompiledMap, TagsMatchInAnyLetterCaseAndTheOldOneUnsetsZeroCodes) {
   }
 }
 
-TEST_F(CompiledMap, CountsBelowZeroMeanNone) {
-  Bytes bytes;
-  bytes.Head(kTag).Node("M", 1, 1, 0, 0, 0, 0, 0.0F).Put(-3, 1, -1);
-  bytes.Node("M", 1, 1, 0.0F, 0.0F, 0.0F, 0.0F).Put(-7, 1, -2);
-  ProbeMap map;
-  ASSERT_EQ(LoadBytes(map, bytes.all), 1);
-  EXPECT_EQ(Describe(map, true), "M(1) 0 0 in 0 0 0 0 hole\n");
-}
-
 TEST_F(CompiledMap, HalvesOfDifferentShapeAreRefused) {
   const auto half = [](int polygons, int points, int children) {
     const std::string more(200, '\0');
@@ -237,34 +228,6 @@ TEST_F(CompiledMap, WithAnyByteChangedItEndsInTheDocumentedWay) {
   }
 }
 
-TEST_F(CompiledMap, AFreshNodeTakesTheFloatFormAlone) {
-  const std::string half = Bytes().FloatHalf().all;
-  CMapOb node;
-  const auto load = [&](CMapOb& to, int floatPass, std::string_view bytes) {
-    CFile file;
-    ASSERT_NE(file.Open(Put("half", bytes).GetString(), CFile::modeRead), 0);
-    CArchive ar(&file, CArchive::load);
-    to.Serialize(ar, floatPass, true);
-  };
-  load(node, 1, half);
-  node.InitLevels(0);
-  EXPECT_EQ(Describe(node, true),
-            "M() 0 0 in 0 0 0 0\n"
-            "A(7) 1 0 in 0 0 0 0 of 2 4 1 3 ring 1.5/-2.5 1.5/-2.5 hole\n"
-            "B() 1 0 in 0 0 0 0 of 0 0 0 0\n");
-  EXPECT_EQ(vexel::test::ToText(node.GetBoundRectF()), "2 9 8 1");
-  // Upon a tree that is there it comes to rest on its nodes.
-  CMapOb whole;
-  load(whole, 0, Bytes().IntegerHalf().all);
-  load(whole, 1, half);
-  whole.InitLevels(0);
-  EXPECT_EQ(whole.GetNumChildren(), 2);
-  EXPECT_EQ(whole.GetChild(0)->GetPoly(0)->GetSize(), 2);
-  EXPECT_EQ(whole.GetChild(0)->GetPoly(0)->GetSizeF(), 2);
-  CMapOb cut;
-  EXPECT_THROW(load(cut, 1, std::string_view(half).substr(0, half.size() - 1)), CArchiveException);
-}
-
 TEST_F(CompiledMap, APolygonWithoutItsFloatsIsNotSaved) {
   ProbeMap map;
   ASSERT_EQ(LoadBytes(map, WholeFile()), 1);
@@ -272,6 +235,43 @@ TEST_F(CompiledMap, APolygonWithoutItsFloatsIsNotSaved) {
   EXPECT_THROW(map.SaveMpc(Path("m.mpc")), CInvalidArgException);
   EXPECT_EQ(dir.Read("m.mpc"), WholeFile());
   EXPECT_EQ(dir.List(), std::vector<std::string>{"m.mpc"});
+}
+
+// A number that the change of any byte changes.
+std::uint64_t Digest(std::string_view bytes) {
+  std::uint64_t digest = 0xCBF29CE484222325U;
+  for (const char byte : bytes) {
+    digest = (digest ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+  }
+  return digest;
+}
+
+// Points all over a frame, in map units.
+std::string Grid(bool longLat, double left, double top, double width, double height) {
+  constexpr int kSteps = 20;
+  std::string lines = "M|MapName=M|LongLat=" + std::string(longLat ? "Yes" : "No") + "|U|Name=A|P";
+  for (int i = 0; i <= kSteps * kSteps + 2 * kSteps; ++i) {
+    const double across = i % (kSteps + 1) / double{kSteps};
+    const double down = i / (kSteps + 1) / double{kSteps};
+    lines +=
+        '|' + std::to_string(left + width * across) + ' ' + std::to_string(top - height * down);
+  }
+  return vexel::test::Lines(lines);
+}
+
+// Compiled maps hold the integers that come out of floats and doubles: in these frames each
+// rounding on the way moves some of them.
+TEST_F(CompiledMap, KeepsEveryRoundingOfTheProjection) {
+  const auto digest = [&](const std::string& text) {
+    ProbeMap map;
+    EXPECT_EQ(Load(map, text), 1);
+    return Digest(Saved(map));
+  };
+  EXPECT_EQ(digest(Grid(true, 24.1, 61.2, 41.2, 15.8)), 0xFE041E27A2210F75U);
+  EXPECT_EQ(digest(Grid(false, 82.6, -15.8, 11.0, 16.3)), 0x817DAF9234A98CBAU);
+  ProbeMap sample;
+  ASSERT_EQ(sample.Build(VEXEL_SAMPLES_DIR "/us-conus.map", 0, 0), 1);
+  EXPECT_EQ(Digest(Saved(sample)), 0x7A938C7B05BD9374U);
 }
 
 }  // namespace

@@ -1,3 +1,7 @@
+#include <chrono>
+#include <filesystem>
+
+#include "map/formats.h"
 #include "map/map_fixture.h"
 
 namespace {
@@ -109,6 +113,22 @@ TEST_F(Loading, ShowsADialogOverATextMap) {
             (std::vector<std::string>{"open", "text Loading map file ... please wait", "range 0 2",
                                       "position 2", "position 2", "close"}));
   EXPECT_EQ(map.GetFileStatus().size, static_cast<std::int64_t>(text.size()));
+}
+
+TEST_F(Loading, TakesTheNewerOfTwoFormsAndTheCompiledOneOfOneAge) {
+  namespace fs = std::filesystem;
+  Put("a.map", "");
+  Put("a.mpc", "");
+  const auto age = fs::last_write_time(dir.Path("a.map"));
+  for (const auto& [later, form] : {std::pair{-1, "a.map"}, {0, "a.mpc"}, {1, "a.mpc"}}) {
+    fs::last_write_time(dir.Path("a.mpc"), age + std::chrono::nanoseconds(later * 1000));
+    EXPECT_EQ(vexel::NewerMapFile(Path("a")), Path(form)) << later;
+  }
+  // A folder is none.
+  fs::create_directory(dir.Path("b.mpc"));
+  EXPECT_TRUE(vexel::NewerMapFile(Path("b")).IsEmpty());
+  Put("b.map", "");
+  EXPECT_EQ(vexel::NewerMapFile(Path("b")), Path("b.map"));
 }
 
 TEST_F(Loading, AddsToWhatIsThereAndLeavesTheDrawRoot) {

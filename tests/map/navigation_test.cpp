@@ -38,6 +38,10 @@ TEST_F(Navigation, ZoomingDrawsTheTablesLevelAtLeastTheNextAtMostTheDeepest) {
   EXPECT_EQ(LevelAfterZoomTo(At({1, 1})), 3);
   EXPECT_EQ(map.ZoomTo(nullptr), 0);
   EXPECT_EQ(map.GetDrawRoot(), At({1, 1}));
+  At({2})->SetLevel(-1);
+  EXPECT_EQ(map.ZoomTo(At({1})->GetParent()->GetChild(1)), 1);
+  EXPECT_EQ(map.GetDrawLevel(), 0);
+  map.InitLevels(0);
   for (const int levels : {0, std::numeric_limits<int>::min()}) {
     map.SetNumMapLevels(levels);
     EXPECT_EQ(LevelAfterZoomTo(&map), -1);

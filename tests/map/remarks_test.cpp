@@ -100,33 +100,6 @@ TEST_F(MapRemarks, OfTheHeadingAndOfAFileThatIsNotThere) {
             dir.Path("no.map") + ": the file cannot be opened: No such file or directory");
 }
 
-TEST_F(MapRemarks, SamplesGiveNone) {
-  for (const char* name : {"names", "us-conus", "us-counties"}) {
-    ProbeMap map;
-    const std::string path = std::string(VEXEL_SAMPLES_DIR) + '/' + name + ".map";
-    EXPECT_EQ(map.Build(path.c_str(), 0, 0), 1);
-    EXPECT_EQ(host.TakeRemarks(), "") << name;
-  }
-}
-
-// The same map, with blanks and tabs wherever they mean nothing.
-TEST_F(MapRemarks, IndentedFileIsReadAsTheOtherOne) {
-  std::string indented;
-  for (const char c : vexel::test::kSmallMap) {
-    if (c == '\n') indented += " \t";
-    indented += c;
-    if (c == '\n') indented += "\t  ";
-  }
-  ProbeMap plain;
-  ProbeMap map;
-  EXPECT_EQ(Load(plain, vexel::test::kSmallMap), 1);
-  const std::string remarks = host.TakeRemarks();
-  EXPECT_EQ(Load(map, "  " + indented), 1);
-  EXPECT_EQ(vexel::test::Describe(map, true), vexel::test::Describe(plain, true));
-  EXPECT_EQ(host.TakeRemarks(), remarks);
-  EXPECT_EQ(TakeBoxes(), "");
-}
-
 // How many rows of integers the latitudes of a map come to lie on, of as many as there are.
 int CountRows(double middle, double height, vexel::test::RecordingHost& host,
               const vexel::test::TempDir& dir) {

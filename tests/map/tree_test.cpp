@@ -36,30 +36,6 @@ TEST(Node, OwnsItsSubtreeAndTellsItWhereItStandsOnlyWhenAsked) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(Node, InsertingBehindTheEndLeavesNullEntries) {
-  CMapOb root("R", {});
-  root.InsertChildAt(new CMapOb("third", {}), 2);
-  EXPECT_EQ(root.GetChild(0), nullptr);
-  root.GetChild(0) = new CMapOb("first", {});
-  root.GetChild(1) = new CMapOb("second", {});
-  root.InsertChildAt(new CMapOb("before", {}), 1);
-  EXPECT_EQ(Shape(root), "R{first before second third}");
-  EXPECT_THROW(root.InsertChildAt(nullptr, -1), CInvalidArgException);
-  EXPECT_THROW(root.GetChild(4), CInvalidArgException);
-}
-
-TEST(Node, NullEntriesThatNobodyFilledAreNoHarmWhenTheTreeGoes) {
-  int alive = 0;
-  {
-    CMapOb root("R", {});
-    root.InsertChildAt(new CountedNode(alive), 2);
-    root.RemoveAllChildren();
-    EXPECT_EQ(alive, 0);
-    root.InsertChildAt(new CountedNode(alive), 3);
-  }
-  EXPECT_EQ(alive, 0);
-}
-
 TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
   CMapOb root("R", {});
   const CMapOb* node = root.InsertArea("leaf", Key({3, 7, 2}));
