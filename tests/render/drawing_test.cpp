@@ -45,20 +45,6 @@ TEST(ScalingTest, TheRingBeginsWithTheLastRunOnTheRowOfItsFirstVertex) {
   EXPECT_EQ(ToText(page->GetVertices()), "(0, 3)(1, 3)(2, 3)");
 }
 
-TEST(ScalingTest, AnExtentWithoutSizeOrFarPointsStayWithinAnInt) {
-  Scene scene;
-  const auto page = scene.MakePage(600, 600);
-  page->extent = {5, 5, 5, 5};
-  page->SetPolygon(MakePolygon({{0, 0}, {9, 9}}).get());
-  EXPECT_EQ(ToText(page->GetVertices()), "(10, 155)(10, 155)");
-  page->extent = {-1, 0, 0, -1};
-  page->SetPolygon(MakePolygon({{2147483647, 0}, {-2147483647 - 1, 1}}).get());
-  EXPECT_EQ(ToText(page->GetVertices()), "(2147483647, 155)(-2147483648, -135)");
-  const CPolygon empty;
-  EXPECT_THROW(page->SetPolygon(&empty), CInvalidArgException);
-  EXPECT_EQ(page->numPoints, 0);
-}
-
 struct RotateCase {
   CPoint from;
   float angle;
@@ -69,6 +55,7 @@ TEST(RotatePolygonTest, TurnsCounterClockwiseAndTruncates) {
   const RotateCase cases[] = {{{1000, 0}, 1.5707964F, {0, 1000}},
                               {{3, 0}, 0.5235988F, {2, 1}},
                               {{0, 3}, 0.5235988F, {-1, 2}},
+                              {{30800, -31000}, 0.361F, {39764, -18123}},
                               {{2147483647, 2147483647}, 0.78539816F, {0, 2147483647}}};
   for (const RotateCase& turn : cases) {
     const auto source = MakePolygon({turn.from});

@@ -66,4 +66,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Picture{"manyColorsSpecks", 400, 300, 200, 2}),
     [](const auto& picture) { return std::string(picture.param.name); });
 
+TEST(EncodeGifTest, MayEndWithABlock) {
+  for (int width = 1; width < 300; ++width) {
+    const Image image = Paint({"", width, 1, 256, 0});
+    const auto bytes = vexel::EncodeGif(*image);
+    ASSERT_TRUE(std::string(bytes.begin(), bytes.end()) == EncodeWithGd(*image)) << width;
+  }
+}
+
 }  // namespace

@@ -59,6 +59,16 @@ TEST(ColorCacheTest, TakesAnEntryOnFirstUseAndComparesAllFourBytes) {
   }
 }
 
+TEST(ColorCacheTest, BeginsAnewWithAFurtherImage) {
+  Scene scene;
+  const auto page = scene.MakePage(50, 40);
+  page->GetRGB(0x0000FF);
+  page->ApplyCoords();
+  EXPECT_EQ(page->image->colorsTotal, 2);
+  EXPECT_EQ(page->GetRGB(0x00FF00), 2);
+  EXPECT_EQ(page->image->green[2], 255);
+}
+
 TEST(ColorCacheTest, BeyondThePaletteTheClosestEntryIsUsed) {
   ProbeGif gif(5, 5, "");
   for (unsigned long grey = 1; grey < 255; ++grey) gif.GetRGB(grey * 0x010101);
@@ -88,19 +98,6 @@ TEST(PolygonAtWorkTest, IsScaledFilledAndOutlined) {
   gif.SetPixel(500, 0, 0x0000FF);
   gif.SetPixel(-1, 0, 0x0000FF);
   EXPECT_EQ(Difference(*gif.image, *expected), "");
-}
-
-TEST(PolygonAtWorkTest, HasNoLimitOfVertices) {
-  ProbeGif gif({0, 0, 500, -500}, "");
-  CPolygon comb;
-  for (int i = 0; i < 70000; ++i) comb.AddPoint(i / 140, i % 2 == 0 ? -100 : -400);
-  gif.SetPolygon(&comb);
-  EXPECT_EQ(gif.numPoints, 70000);
-  EXPECT_EQ(gif.points[69999], (CPoint{499, 400}));
-  gif.DrawPolygon();
-  EXPECT_EQ(gif.GetPixel(499, 400), 1);
-  EXPECT_THROW(gif.SetPolygon(std::make_unique<CPolygon>().get()), CInvalidArgException);
-  EXPECT_EQ(gif.numPoints, 0);
 }
 
 // A derived class may write the polygon itself.
