@@ -3,20 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <string>
 #include <vector>
-
-#include "platform/archive.h"
-#include "support/files.h"
 
 namespace vexel::test {
 namespace {
-
-CAreaStruct SomeKey() {
-  CAreaStruct key;
-  key.codes = {1, CAreaStruct::kUnset, -3, 0x01020304, 0, 6, 7, 8};
-  return key;
-}
 
 TEST(AreaKey, KnowTheirLevelTextsAndOrder) {
   const auto key = [](std::initializer_list<std::int32_t> codes) {
@@ -39,35 +29,6 @@ TEST(AreaKey, KnowTheirLevelTextsAndOrder) {
       EXPECT_EQ(ascending[i] == ascending[j], i == j);
     }
   }
-}
-
-TEST(AreaKey, IsEightLittleEndianNumbersInACompiledMap) {
-  const TempDir dir;
-  CFile file;
-  ASSERT_NE(file.Open(dir.Path("key").c_str(), CFile::modeCreate | CFile::modeWrite), 0);
-  {
-    CArchive ar(&file, CArchive::store);
-    SomeKey().Serialize(ar);
-  }
-  ASSERT_NE(file.Close(), 0);
-  const std::string bytes = dir.Read("key");
-  EXPECT_EQ(bytes.size(), 32U);
-  EXPECT_EQ(bytes.substr(0, 16), std::string("\1\0\0\0\1\x1F\x0A\xFA\xFD\xFF\xFF\xFF\4\3\2\1", 16));
-  ASSERT_NE(file.Open(dir.Path("key").c_str(), CFile::modeRead), 0);
-  CArchive ar(&file, CArchive::load);
-  CAreaStruct again;
-  again.Serialize(ar);
-  EXPECT_EQ(again, SomeKey());
-}
-
-TEST(AreaKey, ComesBackFromItsText) {
-  CVELAString text = SomeKey().GetAreasStr();
-  CAreaStruct again;
-  for (std::int32_t& code : again.codes) {
-    code = static_cast<std::int32_t>(text.GetToken(" ,", nullptr, 0).Val());
-  }
-  EXPECT_EQ(again, SomeKey());
-  EXPECT_TRUE(text.IsEmpty());
 }
 
 }  // namespace

@@ -138,7 +138,7 @@ TEST_F(SpecFileTest, ReadsBackWhatItPuts) {
   ASSERT_NE(file.Open(dir.Path("f").c_str(), 1), 0);
   file.PutLine("[Head]");
   file.PutLine("Name", "Do\u00F1a \"Ana\" = x");
-  file.PutLine("Tab", "a\tb\nc");
+  file.PutLine("Tab", "a\tb\rc");
   file.PutLine("");
   file.PutLine("Count", -12);
   EXPECT_NE(file.Close(), 0);

@@ -101,12 +101,16 @@ TEST_F(DataTest, SeparatorsAndDecimalsAreThoseOfTheFile) {
   EXPECT_EQ(data.GetVarDecs(1), 1);  // of the text for a missing value
 }
 
-TEST_F(DataTest, WhatStoodBeforeAFailureHasTakenEffect) {
-  EXPECT_EQ(Load("[MapDataFile]|Variables=2|MapFile=none"), 0);
-  EXPECT_EQ(data.varNames.GetSize(), 3);
-  EXPECT_EQ(data.varDecs.GetSize(), 3);
-  EXPECT_EQ(Load(kHead + kHeader + "12;3;Lower;1"), 0);
-  EXPECT_EQ(NameOf(Key({12, 3})), "Lower");
+TEST_F(DataTest, AHostMayReadAHeadFromAFileThatItHasOpened) {
+  dir.Write("d.mdf", Table("mine|" + kHead + kHeader + "12;3;~;1;2"));
+  CSpecFile file(0);
+  CSpecFile::Line line;
+  ASSERT_NE(file.Open(Path("d.mdf").GetString(), 0), 0);
+  EXPECT_TRUE(file.NextLine(line) && file.NextLine(line));
+  EXPECT_EQ(map.Build(Path("m.map"), 0, 0), 1);
+  EXPECT_EQ(data.Build(file, 0, 0), 1);
+  EXPECT_EQ(data.GetNumAreas(), 1);
+  EXPECT_EQ(NameOf(Key({12, 3})), "Upper");
 }
 
 TEST_F(DataTest, FileWithoutLabelBlanksTheNameOfTheMap) {
@@ -116,14 +120,6 @@ TEST_F(DataTest, FileWithoutLabelBlanksTheNameOfTheMap) {
   EXPECT_EQ(map.GetName(), "Country");
   data.map = nullptr;
   EXPECT_THROW(Load(kHead), CInvalidArgException);
-}
-
-TEST_F(DataTest, QuietLoadShowsProgressAndTextStaysInError) {
-  EXPECT_EQ(Load(kHead + kHeader + "12", 1), 0);
-  EXPECT_EQ(TakeBoxes(), "");
-  EXPECT_EQ(data.GetError(), "Area Level value missing at line 12");
-  EXPECT_EQ(host.progressLog.front(), "open");
-  EXPECT_FALSE(host.progressOpen);
 }
 
 }  // namespace

@@ -110,8 +110,8 @@ TEST(Calculation, DecimalsFollowATypicalValue) {
   for (const auto& [sorted, decimals] :
        {Case{{}, 0}, Case{{kNone, kNone}, 0}, Case{{kNone, kNone, 1, 2, 3, 40, 50}, 2},
         Case{{-30, -20, -10}, 1}, Case{{-4, -2, 1, 3, 5}, 2}, Case{{-5, 0}, 0},
-        Case{{0, 0, 0, 7}, 0}, Case{{0.0004}, 6}, Case{{20000}, 0}, Case{{0.5}, 3}, Case{{50}, 1},
-        Case{{-kMost / 2, kMost / 2}, 0}}) {
+        Case{{0, 0, 0, 7}, 0}, Case{{-1, 0, 0, 0, 700}, 3}, Case{{0, 15, 15}, 1}, Case{{0.0004}, 6},
+        Case{{20000}, 0}, Case{{0.5}, 3}, Case{{50}, 1}, Case{{-kMost / 2, kMost / 2}, 0}}) {
     EXPECT_EQ(TypicalDecimals(sorted), decimals) << testing::PrintToString(sorted);
   }
 }
@@ -143,15 +143,16 @@ TEST_F(CalcTest, FillsTheColumnAndItsDecimals) {
 }
 
 TEST_F(CalcTest, TitlesSayWhatIsShown) {
-  const char* titles[] = {"Births - Land",
+  const char* titles[] = {"Land",
+                          "Births - Land",
                           "Births - Deaths (Percent change): Land",
                           "Births / Deaths (Percent): Land",
                           "Births / Deaths (Ratio): Land",
                           "Births - Deaths (Difference): Land",
                           "Land"};
-  for (int calculation = -1; calculation < 5; ++calculation) {
+  for (int calculation = -2; calculation < 5; ++calculation) {
     data.SetCalcSelected(calculation);
-    EXPECT_EQ(map.GenerateTitle(), titles[calculation + 1]);
+    EXPECT_EQ(map.GenerateTitle(), titles[calculation + 2]);
   }
   data.SetCalcSelected(2);
   map.ratioLabel = "je";

@@ -68,6 +68,7 @@ TEST(Classification, BoundsFollowTheValues) {
            Case{2, {0, 10, 20}, {15, 16, 25}, "9..9:0 10..19:2 20..25:1"},
            Case{2, {0, 10}, {-5, 12}, "-5..9:1 10..12:1"},
            Case{2, {0, 10, 5}, {1, 2, 3}, "1..9:3 10..10:0 11..11:0"},
+           Case{2, {0, 10, 10.05}, {1, 10, 10.1}, "1..9.9:1 10..10:1 10.1..10.1:1", 1},
            Case{2, {0, 10, 20, kSentinel}, {1, 2, 3}, "1..9:3 10..19:0 20..20:0 21..21:0"},
        }) {
     Page page(c.values, c.decimals);
@@ -89,6 +90,28 @@ TEST(Classification, CountsMissingAreasApartAndColoursThemAsSuch) {
   EXPECT_EQ(page.Groups(), "1..1:1 2..2:1 3..3:1");
   const unsigned long colors[] = {0x0000FF, 0xFFFFFF, 0xC0C0FF, 0x8080FF, 0xFFFFFF};
   for (int i = 0; i < 5; ++i) EXPECT_EQ(page.ColorOf(i), colors[i]) << i;
+}
+
+// A host's NaN is a missing value, wherever it stands; bounds as low as the mark take none either.
+TEST(Classification, KnowsMissingValuesOfEveryKind) {
+  Page page({3, std::numeric_limits<double>::quiet_NaN(), 1, NO_DATA_VALUE, 2});
+  page.Update();
+  EXPECT_EQ(page.legend.numMissing, 2);
+  EXPECT_EQ(page.Groups(), "1..1:1 2..2:1 3..3:1");
+  EXPECT_EQ(page.ColorOf(1), 0xFFFFFFU);
+  page.legend.intervalType = CLegend::hostBounds;
+  for (int i = 0; i < 3; ++i) page.Group(i).lower = kSentinel;
+  page.Update();
+  EXPECT_EQ(page.ColorOf(3), 0xFFFFFFU);
+}
+
+TEST(Classification, LeavesTheUpperEndOfOneGroupToTheHost) {
+  Page page({1, 2, 3});
+  page.legend.intervalType = CLegend::hostBounds;
+  page.legend.numGroups = 1;
+  page.Group(0).upper = 23;
+  page.Update();
+  EXPECT_EQ(page.Groups(), "1..23:3");
 }
 
 TEST(Classification, WithoutAnyValueHasZeroBoundsOrKeepsTheHosts) {
@@ -175,77 +198,6 @@ TEST(Classification, RefusesWhatHasNoMeaning) {
   refuses(3, 4);
   page.data.SetVar1Selected(2);
   refuses(3);
-}
-
-TEST(Classification, AnUnknownPaletteKeepsTheColoursAndAnUnknownTypeTheBounds) {
-  Page page({1, 2, 3});
-  page.Update();
-  for (const int unknown : {-1, 7}) {
-    page.legend.palette = page.legend.intervalType = unknown;
-    page.Group(1).lower = 3;
-    page.Group(7).color = 0x123456;
-    page.legend.toText = "till";
-    page.Update();
-    EXPECT_EQ(page.Groups(), "1..1:2 3..2:0 3..3:1");
-    EXPECT_EQ(page.Group(1).rangeLabel, "3 till 2");
-    EXPECT_EQ(page.Group(7).color, 0x123456U);
-    EXPECT_EQ(page.ColorOf(1), 0xC0C0FFU);  // the first group has taken it
-    page.legend.intervalType = CLegend::equalCounts;
-    page.Update();
-    EXPECT_EQ(page.Groups(), "1..1:1 2..2:1 3..3:1");
-    EXPECT_EQ(page.Group(0).color, 0xC0C0FFU);
-  }
-  page.legend.palette = CLegend::Palette::blue;
-  page.Update();
-  EXPECT_EQ(page.Group(7).color, 0xFFFFFFU);
-}
-
-TEST(Legend, StartsWithItsDefaultsAndCopiesTheHostsPart) {
-  CLegend legend;
-  EXPECT_EQ(legend.title, "Legend");
-  EXPECT_EQ(legend.groups[6].groupName, "Group 7");
-  EXPECT_EQ(legend.groups[7].groupName, "No data");
-  EXPECT_EQ(legend.values.GetSize(), 1000);
-  CLegend other;
-  std::strcpy(other.textFont.lfFaceName, "Courier");
-  other.title = "Rate";
-  other.groups[2].count = 9;
-  other.numMissing = other.customSaved = 1;
-  other.noDataText = "none";
-  legend = other;
-  EXPECT_EQ(legend.title, "Rate");
-  EXPECT_STREQ(legend.textFont.lfFaceName, "Courier");
-  EXPECT_EQ(legend.groups[2].count, 9);
-  EXPECT_EQ(legend.numMissing + legend.customSaved, 0);
-  EXPECT_EQ(legend.noDataText, "No data");
-}
-
-TEST(Legend, CarriesFontsAsThePlatformsRecord) {
-  unsigned char expected[60] = {0xF3, 0xFF, 0xFF, 0xFF};  // -13, the low byte first
-  expected[16] = 0x90;                                    // 400
-  expected[17] = 0x01;
-  expected[27] = 34;
-  std::strcpy(reinterpret_cast<char*>(expected) + 28, "Arial");
-  const CLegend legend;
-  EXPECT_EQ(std::memcmp(&legend.titleFont, expected, sizeof(expected)), 0);
-  EXPECT_EQ(std::memcmp(&legend.textFont, expected, sizeof(expected)), 0);
-}
-
-TEST(Palettes, GoFromTheFirstOfTwoToSevenColours) {
-  for (int palette = 0; palette < kNumFixedPalettes; ++palette) {
-    EXPECT_EQ(PaletteColors(palette, 1)[0], PaletteColors(palette, 2)[0]);
-    for (int groups = 2; groups <= 7; ++groups) {
-      const auto colors = PaletteColors(palette, groups);
-      ASSERT_EQ(colors.size(), static_cast<std::size_t>(groups));
-      EXPECT_EQ(std::ranges::adjacent_find(colors), colors.end()) << palette << ' ' << groups;
-    }
-  }
-  EXPECT_EQ(PaletteColors(0, 7)[6], 0x000080U);  // dark red, red in the low byte
-  EXPECT_EQ(PaletteColors(1, 5)[2], 0xFF4040U);
-  EXPECT_EQ(PaletteColors(2, 6)[0], 0x80FFC0U);
-  EXPECT_EQ(PaletteColors(4, 4)[3], 0x00C0C0U);
-  EXPECT_THROW(PaletteColors(6, 3), CInvalidArgException);
-  EXPECT_THROW(PaletteColors(0, 8), CInvalidArgException);
 }
 
 }  // namespace

@@ -40,22 +40,6 @@ TEST(GrowArray, CapacityFollowsTheGrowBy) {
   EXPECT_EQ(large.GetCapacity(), 0);
 }
 
-TEST(GrowArray, ExtendingEndsAsAddingOneByOneDoes) {
-  for (const int growBy : {0, 25}) {
-    for (const int before : {0, 1, 24, 25, 26, 60}) {
-      for (const int more : {0, 1, 24, 25, 26, 1000}) {
-        GrowArray<int> extended(growBy);
-        GrowArray<int> added(growBy);
-        for (int i = 0; i < before; ++i) extended.Add(i);
-        std::fill_n(extended.Extend(more), more, 7);
-        for (int i = 0; i < before + more; ++i) added.Add(i < before ? i : 7);
-        EXPECT_EQ(extended.GetCapacity(), added.GetCapacity());
-        EXPECT_TRUE(std::ranges::equal(extended, added));
-      }
-    }
-  }
-}
-
 TEST(GrowArray, ElementsThatOwnSurviveEveryMove) {
   GrowArray<std::unique_ptr<std::string>> array;
   for (int i = 0; i < 100; ++i) {
@@ -72,25 +56,6 @@ TEST(GrowArray, ElementsThatOwnSurviveEveryMove) {
   EXPECT_EQ(*taken[48], "99");
   taken.SetSize(1);
   EXPECT_EQ(*taken[0], "3");
-}
-
-TEST(GrowArray, WhatIsTakenOutIsDestroyed) {
-  const auto counted = std::make_shared<int>(0);
-  GrowArray<std::shared_ptr<int>> array(25);
-  for (int i = 0; i < 10; ++i) array.Add(counted);
-  array.RemoveAt(3);
-  array.RemoveAt(8);
-  EXPECT_EQ(counted.use_count(), 9);
-  array.SetSize(4);
-  EXPECT_EQ(counted.use_count(), 5);
-  GrowArray<std::shared_ptr<int>> other;
-  other.Add(counted);
-  other = std::move(array);
-  EXPECT_EQ(counted.use_count(), 5);
-  other.RemoveAll();
-  other.Add(counted);
-  EXPECT_EQ(counted.use_count(), 2);
-  EXPECT_EQ(other.GetCapacity(), 25);  // the grow-by has come along
 }
 
 TEST(GrowArray, NewElementsAreZeroAndIndexesTested) {

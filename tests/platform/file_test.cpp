@@ -102,6 +102,26 @@ TEST(File, KeepsLinksAndPermissionsAndRefusesFolders) {
   EXPECT_EQ(file.Open(dir.Path("none").c_str(), CFile::modeRead), 0);
 }
 
+// Root may write everything, and so a process without its rights is asked.
+TEST(File, ThatMayNotBeWrittenIsNotReplaced) {
+  const TempDir dir;
+  dir.Write("a", "old");
+  ::chmod(dir.Path("").c_str(), 0777);
+  ::chmod(dir.Path("a").c_str(), 0444);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr uid_t kNobody = 65534;
+    if (::geteuid() == 0 && ::setresuid(kNobody, kNobody, kNobody) != 0) ::_exit(1);
+    CFile file;
+    const bool opens = file.Open(dir.Path("a").c_str(), kWrite) != 0;
+    ::_exit(!opens && file.GetReason() == "Permission denied" ? 0 : 1);
+  }
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(dir.List(), std::vector<std::string>{"a"});
+}
+
 // A name so long that nothing can be put behind it takes no file beside it.
 TEST(File, IsWrittenInPlaceWhereNoFileCanBeMadeBesideIt) {
   const TempDir dir;

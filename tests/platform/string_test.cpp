@@ -86,27 +86,5 @@ TEST(String, TrimsAndPrintsInPlace) {
   EXPECT_EQ(text.GetLength(), 7);
 }
 
-template <typename Text>
-concept IsAPointer = requires(Text s) {
-  s + 1;
-}
-|| requires(Text s) { 1U + s; }
-|| requires(Text s) { s ? 1 : 2; };
-
-// Text with a 0 in it is compared and added whole, and no number is taken for a character.
-TEST(String, AddsAndComparesWholeTexts) {
-  using namespace std::string_view_literals;
-  const CString text("a\0b"sv);
-  EXPECT_EQ((text + "x" + 'y').View(), "a\0bxy"sv);
-  EXPECT_EQ(('y' + text).View(), "ya\0b"sv);
-  EXPECT_EQ(("x" + text + text).View(), "xa\0ba\0b"sv);
-  EXPECT_NE(text, "a");
-  EXPECT_GT(text, "a");
-  EXPECT_LT("\u00E9", CString("\u00EA"));
-  EXPECT_LT("z", CString("\u00E9"));
-  EXPECT_EQ(text, text);
-  static_assert(!IsAPointer<CString> && IsAPointer<const char*>);
-}
-
 }  // namespace
 }  // namespace vexel::test
