@@ -7,32 +7,6 @@
 namespace vexel::test {
 namespace {
 
-using Log = std::vector<std::string>;
-
-TEST(Progress, ShowsNothingUntilCreatedAndClosesWithItself) {
-  RecordingHost host;
-  host.cancelAt = 1;
-  {
-    CProgressDlg unseen(0);
-    unseen.SetRange(0, 9);
-    unseen.StepIt();
-    EXPECT_EQ(unseen.CheckCancelButton(), 0);
-  }
-  EXPECT_EQ(host.progressLog, Log{});
-  {
-    CProgressDlg progress(0);
-    progress.Create(nullptr);
-    progress.SetStatus("Loading");
-    progress.SetStep(2);
-    progress.SetRange(5, 9);
-    progress.StepIt();
-    progress.SetPos(1);
-    progress.StepIt();
-  }
-  EXPECT_EQ(host.progressLog, (Log{"open", "text Loading", "range 5 9", "position 7", "position 1",
-                                   "position 3", "close"}));
-}
-
 TEST(Progress, StaysCancelled) {
   class Once : public RecordingHost {
     bool ProgressCancelled() override { return ++questions == 2; }

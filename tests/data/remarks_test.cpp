@@ -86,16 +86,6 @@ const Case kCases[] = {
 INSTANTIATE_TEST_SUITE_P(Table, DataRemarks, testing::ValuesIn(kCases),
                          [](const auto& tested) { return tested.param.name; });
 
-TEST_F(DataRemarks, ComeFromAQuietLoadToo) {
-  EXPECT_EQ(Load(kHead + kHeader + "12;3;~;12%;1", 1), 1);
-  EXPECT_EQ(
-      host.sentences,
-      std::vector<std::string>{dir.Path("d.mdf") + ":12: area 12, 3, column 1 (Births): \"12%\" is "
-                                                   "read as 12"});
-  EXPECT_EQ(data.GetAreaData(0).GetValue(0), 12);
-  EXPECT_EQ(data.GetError(), "");
-}
-
 TEST_F(DataRemarks, SamplesGiveNone) {
   for (const char* name : {"names", "us-conus", "us-counties"}) {
     CVELAMap ownMap;

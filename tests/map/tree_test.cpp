@@ -6,36 +6,6 @@ namespace {
 using vexel::test::Key;
 using vexel::test::Shape;
 
-class CountedNode : public CMapOb {
- public:
-  explicit CountedNode(int& alive) : alive_(alive) { ++alive_; }
-  ~CountedNode() override { --alive_; }
-
- private:
-  int& alive_;
-};
-
-TEST(Node, OwnsItsSubtreeAndTellsItWhereItStandsOnlyWhenAsked) {
-  int alive = 0;
-  {
-    CMapOb root;
-    EXPECT_EQ(root.AddChild(new CountedNode(alive)), 0);
-    EXPECT_EQ(root.AddChild(new CountedNode(alive)), 1);
-    CMapOb& child = *root.GetChild(1);
-    child.AddChild(new CountedNode(alive));
-    EXPECT_EQ(child.GetParent(), nullptr);
-    EXPECT_EQ(child.GetLevel(), 0);
-    root.InitParents(nullptr);
-    root.InitLevels(0);
-    EXPECT_TRUE(vexel::test::IsSettled(root, -1));
-    EXPECT_EQ(alive, 3);
-    root.RemoveAllChildren();
-    EXPECT_EQ(alive, 0);
-    root.AddChild(new CountedNode(alive));
-  }
-  EXPECT_EQ(alive, 0);
-}
-
 TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
   CMapOb root("R", {});
   const CMapOb* node = root.InsertArea("leaf", Key({3, 7, 2}));

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
-#include <string_view>
 
 #include "messages/remarks.h"
 
@@ -16,20 +14,6 @@ TEST(Messages, FillInOrder) {
             "50%d parameter must not be the same as %s parameter");
   EXPECT_EQ(FormatMessage(Message::badCoordinates, 12), "Bad coordinates at line 12");
   EXPECT_EQ(FormatMessage(Message::badCoordinates, 12, "more"), "Bad coordinates at line 12");
-}
-
-TEST(Remarks, HaveANumberANameAndASentenceEach) {
-  int before = 16200;
-  std::set<std::string_view> texts;
-  for (const RemarkEntry& entry : AllRemarks()) {
-    EXPECT_GT(static_cast<int>(entry.kind), before);
-    before = static_cast<int>(entry.kind);
-    EXPECT_TRUE(texts.insert(entry.name).second && texts.insert(entry.sentence).second);
-    EXPECT_EQ(MessageText(static_cast<Message>(before)), entry.sentence);
-    const std::string line = RemarkSentence({.kind = entry.kind, .file = "f"});
-    EXPECT_TRUE(line.starts_with("f: ") && line.find('%') == std::string::npos) << line;
-  }
-  EXPECT_EQ(MessageText(static_cast<Message>(16206)), "Unknown message %d");
 }
 
 TEST(Remarks, BecomeLinesWithWhatIsKnown) {

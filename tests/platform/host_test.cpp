@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <thread>
 
 #include "platform/profile.h"
@@ -23,18 +22,6 @@ TEST(Host, IsEachThreadsOwn) {
   ASSERT_EQ(host.boxes.size(), 1U);
   EXPECT_EQ(host.boxes[0].text, "here");
   EXPECT_EQ(host.boxes[0].flags, 0x30U);
-}
-
-TEST(Host, GetsItsCursorBackFromAnOperationThatFails) {
-  RecordingHost host;
-  try {
-    const WaitCursor outer;
-    const WaitCursor inner;
-    EXPECT_EQ(host.waitCursors, 2);
-    throw std::runtime_error("on the way");
-  } catch (const std::runtime_error&) {
-    EXPECT_EQ(host.waitCursors, 0);
-  }
 }
 
 TEST(Profile, GivesSeparatorsOfOneByte) {

@@ -4,10 +4,7 @@
 #include <cstdlib>
 
 #include "platform/exceptions.h"
-#include "platform/host.h"
 #include "render/render_fixture.h"
-#include "support/files.h"
-#include "support/recording_host.h"
 
 namespace vexel::test {
 namespace {
@@ -98,53 +95,6 @@ TEST(PolygonAtWorkTest, IsScaledFilledAndOutlined) {
   gif.SetPixel(500, 0, 0x0000FF);
   gif.SetPixel(-1, 0, 0x0000FF);
   EXPECT_EQ(Difference(*gif.image, *expected), "");
-}
-
-// A derived class may write the polygon itself.
-TEST(PolygonAtWorkTest, HasRoomFor64000VerticesFromTheStart) {
-  ProbeGif gif(300, 300, "");
-  gif.points[0] = {10, 10};
-  gif.points[1] = {20, 10};
-  gif.points[2] = {20, 20};
-  gif.numPoints = 3;
-  gif.FillPolygon(0x0000FF);
-  EXPECT_EQ(gif.GetPixel(18, 12), 2);
-  for (std::size_t i = 0; i < 64000; ++i) {
-    const int step = static_cast<int>(i / 250);
-    gif.points[i] = {step, i % 2 == 0 ? 0 : 280};
-  }
-  gif.numPoints = 64000;
-  gif.DrawPolygon();
-  EXPECT_EQ(gif.GetPixel(255, 150), 1);
-  EXPECT_EQ(gif.GetPixel(256, 150), 0);
-  for (const CPoint& beside : {CPoint{-1, 0}, CPoint{0, -1}, CPoint{300, 0}, CPoint{0, 300}}) {
-    EXPECT_EQ(gif.GetPixel(beside.x, beside.y), -1);
-  }
-  EXPECT_THROW(ProbeGif().GetPixel(0, 0), CInvalidArgException);
-}
-
-class SaveTest : public testing::Test {
- protected:
-  RecordingHost host;
-  TempDir dir;
-};
-
-TEST_F(SaveTest, WritesTheSamePixelsAndMayBeRepeated) {
-  const std::string path = dir.Path("a.gif");
-  ProbeGif gif(30, 20, path.c_str());
-  gif.SetPixel(3, 4, 0x0000FF);
-  EXPECT_EQ(gif.Save(), 1);
-  gif.SetPixel(5, 6, 0x00FF00);
-  EXPECT_EQ(gif.Save(), 1);
-  std::string bytes = dir.Read("a.gif");
-  ASSERT_EQ(bytes.substr(0, 6), "GIF87a");
-  gdImagePtr read = gdImageCreateFromGifPtr(static_cast<int>(bytes.size()), bytes.data());
-  ASSERT_NE(read, nullptr);
-  EXPECT_EQ(Difference(*read, *gif.image), "");
-  EXPECT_EQ(gdImageGetInterlaced(read), 0);
-  EXPECT_EQ(gdImageGetTransparent(read), -1);
-  gdImageDestroy(read);
-  EXPECT_TRUE(host.boxes.empty());
 }
 
 }  // namespace

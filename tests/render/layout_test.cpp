@@ -1,5 +1,3 @@
-#include <limits>
-
 #include "platform/exceptions.h"
 #include "render/render_fixture.h"
 
@@ -104,28 +102,6 @@ TEST(LayoutOfATurnedMapTest, TakesTheExtentOfTheTurnedPoints) {
   EXPECT_EQ(ToText(page.extent), "-1000, 3000, 1000, 0");
   page.PrepareCoords(600, 600);
   EXPECT_EQ(ToText(page.extent), "-2121, -707, 707, 2121");
-}
-
-TEST(LayoutOfOddPagesTest, NothingOverflowsOrDividesByZero) {
-  constexpr int kLeast = std::numeric_limits<int>::min();
-  constexpr int kMost = std::numeric_limits<int>::max();
-  const CRect extents[] = {{0, 0, 1, -1}, {0, 0, 1, -100000}, {kLeast, kMost, kMost, kLeast}, {}};
-  for (const CRect& extent : extents) {
-    Scene scene(extent);
-    ProbePage page(&scene.map, &scene.legend, nullptr, "page.gif");
-    for (const int width : {kLeast, -1, 0, 1, 20, 41, 65535, kMost}) {
-      for (const int height : {kLeast, -1, 0, 10, 30, 65535, kMost})
-        page.PrepareCoords(width, height);
-    }
-    EXPECT_THROW(page.ApplyCoords(), CInvalidArgException);
-    page.PrepareCoords(100, 65536);
-    EXPECT_THROW(page.ApplyCoords(), CInvalidArgException);
-    page.PrepareCoords(100, 90);
-    page.ApplyCoords();
-    page.ApplyCoords();
-    EXPECT_EQ(page.image->sx, 100);
-    EXPECT_EQ(page.image->sy, 90);
-  }
 }
 
 }  // namespace
