@@ -61,15 +61,16 @@ def pattern(text):
     return re.compile(r"\s+".join(map(re.escape, text.split())))
 
 
-def planted(text, fault):
-    """The text with one fault in it."""
+def planted(text, fault, problems):
+    """The text with one fault in it; what hinders that is added to the problems."""
     begin = 0
     if fault.after:
         anchor = pattern(fault.after).search(text)
         begin = anchor.end() if anchor else len(text)
     found = list(pattern(fault.old).finditer(text, begin))
     if not fault.old or not found or (len(found) > 1 and not fault.after):
-        sys.exit(f"mutate: {fault.name}: its text stands in {fault.file} {len(found)} times, not once")
+        problems.append(f"{fault.name}: its text stands in {fault.file} {len(found)} times, not once")
+        return text
     start, end = found[0].span()
     old, switch = text[start:end], f"vexel_fault({fault.number})"
     if old.endswith(";") or (old.endswith("}") and ";" in old):
@@ -81,6 +82,8 @@ def planted(text, fault):
 
 def write_copy(faults):
     """Copies what is to be compiled; what has not changed keeps its time."""
+    problems = [f"{each.name}: there is no {each.file}" for each in faults
+                if not pathlib.Path(each.file).exists()]
     for folder in MUTATED:
         wanted = {path for path in pathlib.Path(folder).rglob("*") if path.is_file()}
         for path in (COPY / folder).rglob("*"):
@@ -89,7 +92,7 @@ def write_copy(faults):
         for path in wanted:
             text = path.read_text()
             for fault in (each for each in faults if each.file == str(path)):
-                text = planted(text, fault)
+                text = planted(text, fault, problems)
             target = COPY / path
             if not target.exists() or target.read_text() != text:
                 target.parent.mkdir(parents=True, exist_ok=True)
@@ -98,9 +101,8 @@ def write_copy(faults):
         link = COPY / name
         if not link.is_symlink():
             link.symlink_to(pathlib.Path(name).absolute())
-    for fault in faults:
-        if not (COPY / fault.file).exists():
-            sys.exit(f"mutate: {fault.name}: there is no {fault.file}")
+    if problems:
+        sys.exit("".join(f"mutate: {problem}\n" for problem in problems).rstrip())
 
 
 def build(programs):
