@@ -3,6 +3,8 @@
 #ifndef VEXEL_KIT_PUBLISH_PIXELS_H_
 #define VEXEL_KIT_PUBLISH_PIXELS_H_
 
+#include <vexel/platform/export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
