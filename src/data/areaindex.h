@@ -5,6 +5,7 @@
 
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -33,6 +34,7 @@ class AreaIndex {
     const std::uint64_t hash = Hash(key);
     Slot& slot = slots_[Probe(hash, key)];
     if (slot.entry != 0) return;
+    assert(2 * entries_.size() + 1 < slots_.size());  // or a search would find no empty slot
     entries_.push_back({key.codes, item});
     slot = {UpperHalf(hash), static_cast<std::uint32_t>(entries_.size())};
   }

@@ -25,7 +25,8 @@ CMapOb::~CMapOb() {
 }
 
 // A file of a few bytes for each polygon must not take a hundred in memory: those without points,
-// outlines and holes, are two objects for the whole process, which live to its end.
+// outlines and holes with the mark that writers give them, are two objects for the whole process,
+// which live to its end.
 CPolygon* CMapOb::SharedFor(const CPolygon& polygon) {
   if (polygon.GetSize() > 0 || polygon.GetSizeF() > 0) return nullptr;
   if (polygon.hole != 0 && polygon.hole != 1) return nullptr;

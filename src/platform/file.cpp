@@ -101,6 +101,8 @@ bool CFile::OpenForReading(const char* path) {
   if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return Refuse(errno);
   if (S_ISDIR(status.st_mode)) return Refuse(EISDIR);
   if (!S_ISREG(status.st_mode)) return Refuse(kNoRegularFile);
+  // To wait for a regular file is right again: some stores have to fetch it first.
+  ::fcntl(descriptor_, F_SETFL, 0);
   length_ = status.st_size;
   return true;
 }
