@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <set>
+#include <utility>
 
 #include "kit/palettes/color.h"
 #include "kit/request/markup.h"
@@ -91,9 +92,49 @@ std::string_view RoleName(TextRole role) {
   return kNames.at(static_cast<std::size_t>(role));
 }
 
+// Whether the first letter of a text that has a direction runs from right to left (the Unicode
+// Bidirectional Algorithm, rules P2 and P3, for the blocks of such scripts).
+bool RunsLeftward(std::string_view text) {
+  constexpr std::array<std::pair<char32_t, char32_t>, 4> kLeftward{
+      {{0x590, 0x8FF}, {0xFB1D, 0xFDFF}, {0xFE70, 0xFEFF}, {0x10800, 0x10FFF}}};
+  while (!text.empty()) {
+    const char32_t character = NextCharacter(text);
+    const auto holds = [=](const auto& block) {
+      return character >= block.first && character <= block.second;
+    };
+    if (std::any_of(kLeftward.begin(), kLeftward.end(), holds)) return true;
+    const char32_t lower = character | 0x20U;
+    const bool isPunctuation = character >= 0x2000 && character < 0x2C00;
+    if ((lower >= U'a' && lower <= U'z') || (character >= 0xC0 && !isPunctuation)) return false;
+  }
+  return false;
+}
+
+// A name for the document that others have not: made from what it holds (FNV-1a), so that the same
+// drawing has the same one.
+std::string ScopeOf(const Drawing& drawing) {
+  std::uint32_t hash = 0x811C9DC5U;
+  const auto mix = [&](std::uint32_t value) { hash = (hash ^ value) * 0x01000193U; };
+  const auto mixText = [&](std::string_view text) {
+    for (const char c : text) mix(static_cast<unsigned char>(c));
+  };
+  mixText(drawing.title);
+  mixText(drawing.words);
+  for (const FillStyle& fill : drawing.fills) mix(fill.color);
+  for (const TextLine& text : drawing.texts) mixText(text.text);
+  mix(static_cast<std::uint32_t>(drawing.width));
+  mix(static_cast<std::uint32_t>(drawing.height));
+  mix(drawing.background.value_or(hash));
+  constexpr int kHex = 16;
+  constexpr std::size_t kDigits = 8;
+  std::array<char, kDigits> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + kDigits, hash, kHex).ptr;
+  return "map-" + std::string(digits.data(), end);
+}
+
 class SvgWriter {
  public:
-  explicit SvgWriter(const Drawing& drawing) : drawing_(drawing) {}
+  explicit SvgWriter(const Drawing& drawing) : drawing_(drawing), scope_(ScopeOf(drawing)) {}
 
   std::string Write() {
     // Most vertices take five characters or less, and each area some more beside its texts.
@@ -127,9 +168,16 @@ class SvgWriter {
     Attribute("width", width);
     Attribute("height", height);
     Attribute("viewBox", "0 0 " + width + ' ' + height);
-    svg_ += " role=\"img\" aria-labelledby=\"title desc\">\n<title id=\"title\">";
+    Attribute("id", scope_);
+    svg_ += " role=\"img\"";
+    Attribute("aria-labelledby", scope_ + "-title " + scope_ + "-desc");
+    svg_ += ">\n<title";
+    Attribute("id", scope_ + "-title");
+    svg_ += '>';
     AppendMarkup(svg_, drawing_.title);
-    svg_ += "</title>\n<desc id=\"desc\">";
+    svg_ += "</title>\n<desc";
+    Attribute("id", scope_ + "-desc");
+    svg_ += '>';
     AppendMarkup(svg_, drawing_.description);
     svg_ += "</desc>\n";
   }
@@ -144,31 +192,41 @@ class SvgWriter {
   // Widths within the map are in steps of its grid.
   std::string InSteps(double width) const { return Short(width * drawing_.grid); }
 
+  // A rule of the style sheet, for this document alone: a page may hold several.
+  void Rule(const std::string& selector, const std::string& declarations) {
+    svg_ += '#' + scope_ + ' ' + selector + '{' + declarations + "}\n";
+  }
+
+  std::string HatchOf(std::string_view where, const FillStyle& fill) const {
+    return scope_ + '-' + std::string(where) + '-' + fill.name;
+  }
+
   void WriteStyles() {
-    svg_ +=
-        "<style>\n"
-        "text{font-family:\"Helvetica Neue\",Helvetica,Arial,\"Liberation Sans\",sans-serif;"
-        "white-space:pre}\n"
-        ".bold{font-weight:bold}\n"
-        ".halo{paint-order:stroke;stroke-linejoin:round}\n";
-    if (drawing_.background) svg_ += ".paper{fill:" + ColorText(*drawing_.background) + "}\n";
+    svg_ += "<style>\n";
+    Rule("text",
+         "font-family:\"Helvetica Neue\",Helvetica,Arial,\"Liberation Sans\",sans-serif;"
+         "white-space:pre");
+    Rule(".bold", "font-weight:bold");
+    Rule(".halo", "paint-order:stroke;stroke-linejoin:round");
+    if (drawing_.background) Rule(".paper", "fill:" + ColorText(*drawing_.background));
     const bool hasLine = drawing_.areaLine.has_value();
-    svg_ += "#areas{stroke-linejoin:round;stroke-width:" + InSteps(drawing_.areaLineWidth);
-    if (hasLine) svg_ += ";stroke:" + ColorText(*drawing_.areaLine);
-    svg_ += "}\n";
+    Rule(".areas", "stroke-linejoin:round;stroke-width:" + InSteps(drawing_.areaLineWidth) +
+                       (hasLine ? ";stroke:" + ColorText(*drawing_.areaLine) : ""));
     for (const FillStyle& fill : drawing_.fills) {
       if (!IsUsed(fill)) continue;
       const std::string color = ColorText(fill.color);
-      svg_ += '.' + fill.name + "{fill:" + (fill.hatch ? "url(#hatch-" + fill.name + ')' : color);
-      if (!hasLine) svg_ += ";stroke:" + color;
-      svg_ += "}\n";
+      Rule('.' + fill.name,
+           "fill:" + (fill.hatch ? "url(#" + HatchOf("hatch", fill) + ')' : color) +
+               (!hasLine    ? ";stroke:" + color
+                : fill.line ? ";stroke:" + ColorText(*fill.line)
+                            : ""));
     }
     std::set<std::string_view> seen;
     for (const OutlineShapes& outline : drawing_.outlines) {
       if (!seen.insert(outline.name).second) continue;
-      svg_ += ".line-" + outline.name +
-              "{fill:none;stroke-linejoin:round;stroke:" + ColorText(outline.stroke.color) +
-              ";stroke-width:" + InSteps(outline.stroke.width) + "}\n";
+      Rule(".line-" + outline.name,
+           "fill:none;stroke-linejoin:round;stroke:" + ColorText(outline.stroke.color) +
+               ";stroke-width:" + InSteps(outline.stroke.width));
     }
     svg_ += "</style>\n";
   }
@@ -183,7 +241,7 @@ class SvgWriter {
         const double step = drawing_.hatchStep * scale;
         const std::string size = Short(step);
         svg_ += "<pattern";
-        Attribute("id", (isInMap ? "hatch-" : "swatch-") + fill.name);
+        Attribute("id", HatchOf(isInMap ? "hatch" : "swatch", fill));
         Attribute("width", size);
         Attribute("height", size);
         svg_ += " patternUnits=\"userSpaceOnUse\" patternTransform=\"rotate(45)\"><rect";
@@ -206,7 +264,7 @@ class SvgWriter {
   }
 
   void WriteAreas() {
-    svg_ += "<g id=\"areas\"" + MapTransform() + ">\n";
+    svg_ += "<g class=\"areas\"" + MapTransform() + ">\n";
     for (const AreaShape& area : drawing_.areas) {
       if (area.rings.first == area.rings.end) continue;
       svg_ += "<path";
@@ -242,7 +300,7 @@ class SvgWriter {
       Attribute("height", Short(box.height));
       std::string style =
           "stroke:" + ColorText(box.stroke.color) + ";stroke-width:" + Short(box.stroke.width);
-      if (fill.hatch) style += ";fill:url(#swatch-" + fill.name + ')';
+      if (fill.hatch) style += ";fill:url(#" + HatchOf("swatch", fill) + ')';
       Attribute("style", style);
       svg_ += "/>\n";
     }
@@ -259,8 +317,13 @@ class SvgWriter {
       Attribute("y", Short(text.y));
       Attribute("font-size", Short(text.size));
       Attribute("fill", ColorText(text.color));
-      if (text.anchor != TextAnchor::start) {
-        Attribute("text-anchor", text.anchor == TextAnchor::middle ? "middle" : "end");
+      // From right to left a line still has its anchor where it would be otherwise.
+      const bool isLeftward = RunsLeftward(text.text);
+      if (isLeftward) Attribute("direction", "rtl");
+      if (text.anchor == TextAnchor::middle) {
+        Attribute("text-anchor", "middle");
+      } else if ((text.anchor == TextAnchor::end) != isLeftward) {
+        Attribute("text-anchor", "end");
       }
       if (text.halo) {
         Attribute("stroke", ColorText(*text.halo));
@@ -273,6 +336,7 @@ class SvgWriter {
   }
 
   const Drawing& drawing_;
+  std::string scope_;
   std::string svg_;
 };
 
