@@ -93,7 +93,6 @@ class ContentWriter {
   void WriteAreas() {
     const double width = drawing_.areaLineWidth * drawing_.grid;
     Numbers({width}, "w\n");
-    if (drawing_.areaLine) SetColor(*drawing_.areaLine, "RG\n");
     // A line of no width would be drawn as thin as a device can.
     const std::string_view both = width > 0.0 ? "B\n" : "f\n";
     const FillStyle* last = nullptr;
@@ -102,7 +101,8 @@ class ContentWriter {
       const FillStyle& fill = drawing_.fills[area.fill];
       if (&fill != last) {
         SetFill(fill.color);
-        if (!drawing_.areaLine) SetColor(fill.color, "RG\n");
+        const std::uint32_t line = fill.line.value_or(drawing_.areaLine.value_or(fill.color));
+        SetColor(drawing_.areaLine ? line : fill.color, "RG\n");
         last = &fill;
       }
       const std::size_t begin = text_.size();

@@ -145,7 +145,7 @@ int Render(int argc, const char* const* argv, CliHost& host) {
                    files.html);
   arguments.Option("--report", "FILE", "What the page was made from, as JSON", files.report);
   arguments.Option("--save-view", "FILE", "What was asked for, as JSON for --view", files.view);
-  arguments.Flag("--quiet", "No summary and no progress", quiet);
+  arguments.Flag("--quiet", "No summary, no notes on the page and no progress", quiet);
   arguments.Flag("--strict", "Refuse doubtful input, and rows whose area the map does not have",
                  strict);
   arguments.RequestOptions(request);

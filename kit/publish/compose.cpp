@@ -41,6 +41,8 @@ constexpr double kHatchStep = 2.0 / 7.0;  // units
 constexpr double kChosenLine = 1.0 / 6.0;
 constexpr double kChosenHalo = 1.0 / 3.0;
 
+constexpr double kFaint = 0.15;  // of the ink in the paper
+
 constexpr std::size_t kMissing = CLegend::kNoDataSlot;
 
 std::uint32_t Mixed(std::uint32_t a, std::uint32_t b, double partOfB) {
@@ -109,8 +111,8 @@ class Composer {
     contents.ink = ink_;
     if (!request.noTitle) {
       contents.title = Title();
-      contents.subtitle = PrintableText(wishes_.subtitle);
     }
+    contents.subtitle = PrintableText(wishes_.subtitle);
     contents.note = PrintableText(wishes_.note);
     contents.source = PrintableText(wishes_.source);
     if (request.noLegend) return contents;
@@ -126,14 +128,20 @@ class Composer {
   void NotePlan(const PagePlan& plan) {
     const std::string page = "a page of " + SizeText(view_.request.size);
     if (plan.lacksLegend) view_.notes.push_back("the legend does not fit on " + page);
-    if (plan.lacksTexts) view_.notes.push_back("not all texts fit on " + page);
+    for (const std::string& text : plan.lost) {
+      view_.notes.push_back("the " + text + " does not fit on " + page);
+    }
+    for (const std::string& text : plan.shortened) {
+      view_.notes.push_back("the " + text + " is too long for " + page +
+                            " and ends in an ellipsis");
+    }
   }
 
   void BeginDrawing(const PagePlan& plan) {
     drawing_.width = view_.request.size.width;
     drawing_.height = view_.request.size.height;
     drawing_.background = wishes_.background;
-    drawing_.title = Title();
+    drawing_.title = Title().empty() ? PrintableText(view_.map.GenerateTitle().View()) : Title();
     drawing_.description = Description();
     drawing_.map = plan.map;
     drawing_.legend = plan.legend;
@@ -173,14 +181,28 @@ class Composer {
     for (std::size_t slot = 0; slot < kMissing; ++slot) {
       const bool isUsed = slot < static_cast<std::size_t>(view_.legend.numGroups);
       drawing_.fills.push_back(
-          {"c" + std::to_string(slot), isUsed ? view_.legend.groups[slot].color : kWhite, {}});
+          {"c" + std::to_string(slot), isUsed ? view_.legend.groups[slot].color : kWhite, {}, {}});
     }
-    // Missing values have the page's colour with lines over it: no group's.
-    const std::uint32_t missing = view_.legend.groups[kMissing].color;
+    // Missing values have lines over their colour, as no group has. On a dark page that colour,
+    // which is white elsewhere, must not be the brightest of the map.
+    const std::uint32_t missing =
+        IsDark(paper_) ? Mixed(paper_, ink_.strong, kFaint) : view_.legend.groups[kMissing].color;
     drawing_.fills.push_back(
-        {"missing", missing, Mixed(missing, IsDark(missing) ? kWhite : kBlack, 0.35)});
+        {"missing", missing, Mixed(missing, IsDark(missing) ? kWhite : kBlack, 0.35), {}});
+    for (FillStyle& fill : drawing_.fills) SetLine(fill);
     plateFill_ = static_cast<std::uint16_t>(drawing_.fills.size());
-    drawing_.fills.push_back({"plate", kWhite, {}});
+    drawing_.fills.push_back({"plate", kWhite, {}, {}});
+  }
+
+  // Areas that look like the page, or have as little colour, need a line that can be seen on it.
+  void SetLine(FillStyle& fill) const {
+    if (wishes_.lineColor) return;
+    const Lab a = LabOf(LinearRgbOf(fill.color));
+    const Lab b = LabOf(LinearRgbOf(paper_));
+    constexpr double kAlike = 7.0;
+    const double apart = std::hypot(a.lightness - b.lightness, a.a - b.a, a.b - b.b);
+    if (apart >= kAlike && !fill.hatch) return;
+    fill.line = fill.hatch.value_or(Mixed(fill.color, ink_.strong, 0.35));
   }
 
   WordRange AddWords(std::string_view text) {
@@ -267,6 +289,7 @@ class Composer {
     std::vector<std::string> lines;
     if (text != LabelText::value) lines.push_back(PrintableText(area.GetName().View()));
     if (text != LabelText::name) lines.push_back(Value(area));
+    std::erase(lines, "");
     return lines;
   }
 
@@ -302,6 +325,11 @@ class Composer {
       if (fill.hatch) label.halo = fill.color;
     }
     return label;
+  }
+
+  // Whether an area has been labelled by itself.
+  bool IsNamed(const CMapOb* area) const {
+    return std::find(named_.begin(), named_.end(), area) != named_.end();
   }
 
   // The level that a label's word names; 0 for none.
@@ -344,6 +372,7 @@ class Composer {
   void AddLabels(const Placement& placement, const PagePlan& plan) {
     std::vector<Label> labels;
     for (const CMapOb* area : view_.boxes) {
+      named_.push_back(area);
       labels.push_back(MakeLabel(*area, LabelText::both, RingsOf(*area, placement), true));
       labels.back().hasPlate = true;
       labels.back().halo.reset();
@@ -356,25 +385,38 @@ class Composer {
         continue;
       }
       const CMapOb& area = AreaNamed(word);
+      if (IsNamed(&area)) continue;
+      named_.push_back(&area);
       labels.push_back(MakeLabel(area, wishes_.labelText, RingsOf(area, placement), true));
     }
     std::sort(levels.begin(), levels.end());
     for (const int level : levels) AddLevel(level, placement, labels);
-    const std::size_t left = PlaceLabels(drawing_, labels, plan.taken, plan.unit, plateFill_);
-    if (left == 0) return;
-    view_.notes.push_back(std::to_string(left) + (left == 1 ? " label" : " labels") +
-                          " found no place");
+    NoteLeftOut(labels, PlaceLabels(drawing_, labels, plan.taken, plan.unit, plateFill_));
+  }
+
+  // Those that were asked for one by one by their names, and of all how many.
+  void NoteLeftOut(const std::vector<Label>& labels, const std::vector<std::size_t>& leftOut) {
+    if (leftOut.empty()) return;
+    std::string names;
+    for (const std::size_t index : leftOut) {
+      const Label& label = labels[index];
+      if (label.isWanted) names += (names.empty() ? ": " : ", ") + Quoted(label.lines.front());
+    }
+    view_.notes.push_back(std::to_string(leftOut.size()) + " of " + std::to_string(labels.size()) +
+                          (labels.size() == 1 ? " label" : " labels") + " found no place" + names);
   }
 
   void AddLevel(int level, const Placement& placement, std::vector<Label>& labels) {
     if (level == view_.map.GetDrawLevel()) {
       for (std::size_t i = 0; i < view_.areas.size(); ++i) {
+        if (IsNamed(view_.areas[i])) continue;
         labels.push_back(
             MakeLabel(*view_.areas[i], wishes_.labelText, drawing_.areas[i].rings, false));
       }
       return;
     }
     ForEachOnLevel(*view_.map.GetDrawRoot(), level, [&](const CMapOb& area) {
+      if (IsNamed(&area)) return;
       labels.push_back(MakeLabel(area, wishes_.labelText, RingsOf(area, placement), false));
     });
   }
@@ -392,6 +434,7 @@ class Composer {
   Drawing drawing_;
   std::uint16_t plateFill_ = 0;
   std::vector<std::pair<const CMapOb*, RingRange>> above_;
+  std::vector<const CMapOb*> named_;
 };
 
 }  // namespace

@@ -65,7 +65,8 @@ struct WordRange {
 struct FillStyle {
   std::string name;  // a word of letters and digits, unlike that of every other
   std::uint32_t color = 0;
-  std::optional<std::uint32_t> hatch;  // lines in this colour over it
+  std::optional<std::uint32_t> hatch;   // lines in this colour over it
+  std::optional<std::uint32_t> line{};  // around its areas, where Drawing::areaLine would not show
 };
 
 // The lines of a hatch go up to the right at 45 degrees, one of them from the page's left upper

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
+#include <tuple>
 
 #include "kit/publish/pole.h"
 #include "kit/publish/text_metrics.h"
@@ -20,6 +22,10 @@ constexpr double kRoomAround = 0.15;  // sizes, of the text
 constexpr double kPlateRoom = 0.4;
 constexpr std::uint32_t kPlateLine = 0x808080;
 constexpr double kPlateLineWidth = 1.0 / 18.0;
+constexpr std::uint32_t kLeader = 0x1A1A1A;
+constexpr double kLeaderWidth = 1.0 / 12.0;
+constexpr std::uint32_t kLeaderRim = 0xFFFFFF;
+constexpr double kLeaderRimWidth = 1.0 / 4.0;
 
 // Which places of a page are taken, as squares of a few pixels.
 class Occupancy {
@@ -120,7 +126,7 @@ class LabelPlacer {
     for (const PageArea& area : taken) occupancy_.Take(area);
   }
 
-  // Whether the label stands, or would not have been legible anyhow.
+  // Whether the label stands. One without a text or an area is not missed.
   bool Place(const Label& label) {
     if (label.lines.empty() || label.rings.first == label.rings.end) return true;
     const AreaBorders borders(drawing_, label.rings);
@@ -132,7 +138,6 @@ class LabelPlacer {
 
   // Within the area, or not at all.
   bool PlaceWithin(const Label& label, const AreaBorders& borders) {
-    bool wouldFit = false;
     for (const double size : {Size(), std::max(Size() * kSmaller, kLeastSize)}) {
       for (const auto& lines : {label.lines, Broken(label.lines)}) {
         if (lines.empty()) continue;
@@ -142,16 +147,15 @@ class LabelPlacer {
         const PageArea box =
             Around(borders.Pole(setting.width / setting.height), setting, kRoomAround * size);
         if (!borders.Holds(box)) continue;
-        wouldFit = true;
         if (!occupancy_.IsFree(box)) continue;
         Draw(label, setting, box);
         return true;
       }
     }
-    return !wouldFit;
+    return false;
   }
 
-  // On the area, or beside its middle where that is taken.
+  // On the area, or beside it where that is taken or would be hidden.
   bool PlaceWanted(const Label& label, const AreaBorders& borders) {
     const double size = Size();
     const Setting setting = SettingOf(label.lines, {size, label.isBold});
@@ -159,6 +163,8 @@ class LabelPlacer {
     const double around = (label.hasPlate ? kPlateRoom : kRoomAround) * size;
     const double down = setting.height + 2.0 * around;
     const double across = setting.width + 2.0 * around;
+    const PageArea& bounds = borders.Bounds();
+    const bool hides = bounds.width < across && bounds.height < down;
     const std::array<PagePoint, 9> steps{{{0.0, 0.0},
                                           {0.0, -down},
                                           {0.0, down},
@@ -168,15 +174,36 @@ class LabelPlacer {
                                           {-across * kHalf, -down},
                                           {across * kHalf, down},
                                           {-across * kHalf, down}}};
-    for (const PagePoint& step : steps) {
+    for (const PagePoint& step : std::span(steps).subspan(hides ? 1 : 0)) {
       PageArea box = Around({pole.x + step.x, pole.y + step.y}, setting, around);
       box.left = std::clamp(box.left, 0.0, std::max(drawing_.width - box.width, 0.0));
       box.top = std::clamp(box.top, 0.0, std::max(drawing_.height - box.height, 0.0));
       if (!occupancy_.IsFree(box)) continue;
+      if (&step != steps.data()) DrawLeader(pole, box);
       Draw(label, setting, box);
       return true;
     }
     return false;
+  }
+
+  // A line from the area to the middle of a label beside it, which the label's plate covers in
+  // part.
+  void DrawLeader(const PagePoint& pole, const PageArea& box) {
+    const auto onGrid = [this](double x, double y) {
+      return GridPoint{static_cast<std::int32_t>(std::lround(x * drawing_.grid)),
+                       static_cast<std::int32_t>(std::lround(y * drawing_.grid))};
+    };
+    const double side = std::clamp(pole.x, box.left, box.left + box.width);
+    const double edge = std::clamp(pole.y, box.top, box.top + box.height);
+    Rings& rings = drawing_.rings;
+    const auto first = static_cast<std::uint32_t>(rings.Count());
+    rings.Points().push_back(onGrid(pole.x, pole.y));
+    rings.Points().push_back(onGrid(side, edge));
+    rings.End();
+    for (const auto& [name, color, width] : {std::tuple{"leader-rim", kLeaderRim, kLeaderRimWidth},
+                                             std::tuple{"leader", kLeader, kLeaderWidth}}) {
+      drawing_.outlines.push_back({name, {color, width * unit_}, {first, first + 1}});
+    }
   }
 
   static PageArea Around(const PagePoint& centre, const Setting& setting, double around) {
@@ -215,11 +242,15 @@ class LabelPlacer {
 
 }  // namespace
 
-std::size_t PlaceLabels(Drawing& drawing, const std::vector<Label>& labels,
-                        const std::vector<PageArea>& taken, double unit, std::uint16_t plateFill) {
+std::vector<std::size_t> PlaceLabels(Drawing& drawing, const std::vector<Label>& labels,
+                                     const std::vector<PageArea>& taken, double unit,
+                                     std::uint16_t plateFill) {
   LabelPlacer placer(drawing, taken, unit, plateFill);
-  return static_cast<std::size_t>(std::count_if(
-      labels.begin(), labels.end(), [&](const Label& label) { return !placer.Place(label); }));
+  std::vector<std::size_t> leftOut;
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    if (!placer.Place(labels[i])) leftOut.push_back(i);
+  }
+  return leftOut;
 }
 
 }  // namespace vexel

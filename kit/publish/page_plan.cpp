@@ -86,9 +86,33 @@ class Planner {
  private:
   double LegendSize() const { return kLegendSize * unit_; }
 
-  void AddLines(TextBlock& block, const std::string& text, TextRole role, const Typeface& face,
-                std::size_t mostLines, std::uint32_t color) const {
-    for (std::string& line : Wrapped(text, face, free_.width, mostLines)) {
+  // The lines of a text, about as long as each other where there are several.
+  std::vector<std::string> Balanced(const std::string& text, const Typeface& face,
+                                    std::size_t mostLines) const {
+    const std::vector<std::string> lines = Wrapped(text, face, free_.width, mostLines);
+    if (lines.size() < 2 || IsShortened(lines, text)) return lines;
+    constexpr int kSteps = 8;
+    double narrow = free_.width / static_cast<double>(lines.size());
+    double wide = free_.width;
+    for (int i = 0; i < kSteps; ++i) {
+      const double middle = (narrow + wide) / 2.0;
+      const auto tried = Wrapped(text, face, middle, mostLines);
+      const bool fits = tried.size() == lines.size() && !IsShortened(tried, text);
+      (fits ? wide : narrow) = middle;
+    }
+    return Wrapped(text, face, wide, mostLines);
+  }
+
+  static bool IsShortened(const std::vector<std::string>& lines, const std::string& text) {
+    return text.find_first_not_of(' ') != std::string::npos &&
+           (lines.empty() || (lines.back().ends_with(kEllipsis) && !text.ends_with(kEllipsis)));
+  }
+
+  void AddLines(TextBlock& block, const std::string& name, const std::string& text, TextRole role,
+                const Typeface& face, std::size_t mostLines, std::uint32_t color) {
+    std::vector<std::string> lines = Balanced(text, face, mostLines);
+    if (IsShortened(lines, text)) plan_.shortened.push_back(name);
+    for (std::string& line : lines) {
       const double height = kLineHeight * face.size;
       const double leading = (height - (kAscent + kDescent) * face.size) / 2.0;
       const double width = TextWidth(line, face);
@@ -111,10 +135,10 @@ class Planner {
 
   void PlaceHead() {
     TextBlock block;
-    AddLines(block, contents_.title, TextRole::title, {kTitleSize * unit_, true}, kMostTitleLines,
-             contents_.ink.strong);
-    AddLines(block, contents_.subtitle, TextRole::subtitle, {kSubtitleSize * unit_, false},
-             kMostOtherLines, contents_.ink.soft);
+    AddLines(block, "title", contents_.title, TextRole::title, {kTitleSize * unit_, true},
+             kMostTitleLines, contents_.ink.strong);
+    AddLines(block, "subtitle", contents_.subtitle, TextRole::subtitle,
+             {kSubtitleSize * unit_, false}, kMostOtherLines, contents_.ink.soft);
     if (block.lines.empty()) return;
     const double used = block.height + kGap * unit_;
     Place(std::move(block), free_.top);
@@ -125,9 +149,11 @@ class Planner {
   void PlaceFoot() {
     TextBlock block;
     const Typeface face{kNoteSize * unit_, false};
-    for (const std::string& text : {contents_.note, contents_.source}) {
-      AddLines(block, text, TextRole::note, face, kMostOtherLines, contents_.ink.soft);
-    }
+    const auto add = [&](const char* name, const std::string& text) {
+      AddLines(block, name, text, TextRole::note, face, kMostOtherLines, contents_.ink.soft);
+    };
+    add("note", contents_.note);
+    add("source", contents_.source);
     if (block.lines.empty()) return;
     const double top = free_.top + free_.height - block.height;
     free_.height = std::max(free_.height - block.height - kGap * unit_, 0.0);
@@ -257,6 +283,7 @@ class Planner {
     const auto add = [&](std::string text, double x, double y, double room, bool isBold) {
       const Typeface face{size, isBold};
       std::string fitting = Shortened(text, face, room);
+      if (fitting != text) plan_.shortened.push_back("legend's \"" + text + '"');
       const double width = TextWidth(fitting, face);
       if (fitting.empty()) return;
       plan_.texts.push_back({std::move(fitting), x, y, size, width, TextAnchor::start,
@@ -304,7 +331,13 @@ PagePlan PlanPage(const PageContents& contents) {
                              Parts{true, false, false}, Parts{false, false, false}}) {
     plan = planner.Plan(parts.texts, parts.legend, parts.notes);
     plan.lacksLegend = !parts.legend && !contents.legend.entries.empty();
-    plan.lacksTexts = !parts.texts || (!parts.notes && !(contents.note + contents.source).empty());
+    const auto lose = [&](bool isThere, const char* name, const std::string& text) {
+      if (!isThere && !text.empty()) plan.lost.emplace_back(name);
+    };
+    lose(parts.texts, "title", contents.title);
+    lose(parts.texts, "subtitle", contents.subtitle);
+    lose(parts.notes, "note", contents.note);
+    lose(parts.notes, "source", contents.source);
     if (planner.HasRoom(plan)) break;
   }
   plan.mapScale = plan.map.width > 0.0 ? plan.map.width / contents.extentWidth

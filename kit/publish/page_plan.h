@@ -48,8 +48,9 @@ struct PagePlan {
   std::vector<PageArea> taken;  // all that is not map
   std::vector<PageBox> boxes;
   std::vector<TextLine> texts;
-  bool lacksLegend = false;  // left out, since the map would have no room
-  bool lacksTexts = false;
+  bool lacksLegend = false;            // left out, since the map would have no room
+  std::vector<std::string> lost;       // texts left out likewise: "title", "note" ...
+  std::vector<std::string> shortened;  // texts that end in an ellipsis
 };
 
 // Keeps the proportions of the extent. The legend stands to the right of the map or below it,

@@ -124,12 +124,13 @@ PagePoint AreaBorders::Pole(double wide) const {
   }
   Cell found = cellAt(middle, 0.0);
   constexpr double kPrecision = 0.5;  // page pixels
+  constexpr double kBetter = 1.15;    // what is not as much better is no reason to leave the middle
   constexpr int kMostSteps = 400;
   for (int i = 0; i < kMostSteps && !cells.empty(); ++i) {
     const Cell cell = cells.top();
     cells.pop();
-    if (cell.distance > found.distance) found = cell;
-    if (cell.best - found.distance <= kPrecision) break;
+    if (cell.distance > found.distance * kBetter) found = cell;
+    if (cell.best <= std::max(found.distance * kBetter, found.distance + kPrecision)) break;
     const double half = cell.half * kHalf;
     for (const double dx : {-half, half}) {
       for (const double dy : {-half, half}) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <set>
 
 #include "kit/publish/coverage.h"
 #include "kit/publish/line_mask.h"
@@ -205,14 +206,25 @@ class RasterPainter {
     LineMask mask(page_.width, page_.height);
     if (hasAreaLine) {
       mask.SetLineWidth(static_cast<float>(drawing_.areaLineWidth * scale_));
-      for (const AreaShape& area : drawing_.areas) AddLines(mask, area.rings);
-      DrawMask(mask, *drawing_.areaLine);
+      DrawAreaLines(mask, std::nullopt);
+      std::set<std::uint32_t> colors;
+      for (const FillStyle& fill : drawing_.fills) {
+        if (fill.line && colors.insert(*fill.line).second) DrawAreaLines(mask, fill.line);
+      }
     }
     for (const OutlineShapes& outline : drawing_.outlines) {
       mask.SetLineWidth(static_cast<float>(outline.stroke.width * scale_));
       AddLines(mask, outline.rings);
       DrawMask(mask, outline.stroke.color);
     }
+  }
+
+  // The lines around areas whose fill has a line of that colour; nothing: of the usual one.
+  void DrawAreaLines(LineMask& mask, const std::optional<std::uint32_t>& color) {
+    for (const AreaShape& area : drawing_.areas) {
+      if (drawing_.fills[area.fill].line == color) AddLines(mask, area.rings);
+    }
+    DrawMask(mask, color.value_or(*drawing_.areaLine));
   }
 
   void AddLines(LineMask& mask, const RingRange& range) const {

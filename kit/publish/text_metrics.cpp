@@ -15,7 +15,6 @@ constexpr char32_t kFirst = 0x20;
 constexpr char32_t kLast = 0x7E;
 constexpr std::size_t kCount = kLast - kFirst + 1;
 constexpr double kThousandth = 0.001;
-constexpr std::string_view kEllipsis = "\u2026";
 
 // Thousandths of an em from the blank to the tilde.
 constexpr std::array<std::uint16_t, kCount> kRegular{

@@ -21,6 +21,8 @@ struct Typeface {
 inline constexpr double kAscent = 0.76;
 inline constexpr double kDescent = 0.24;
 
+inline constexpr std::string_view kEllipsis = "\u2026";
+
 // The width in page pixels. A byte that is no UTF-8 counts as a letter.
 double TextWidth(std::string_view text, const Typeface& face);
 

@@ -7,7 +7,8 @@ namespace vexel {
 
 void OpenOutput(CFile& file, const std::string& path) {
   if (file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
-    throw Failed(path, "cannot be opened for writing");
+    const std::string reason = file.GetReason();
+    throw Failed(path, "cannot be opened for writing" + (reason.empty() ? "" : ": " + reason));
   }
 }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 #include <numeric>
+#include <set>
 #include <thread>
 
 #include "kit/publish/compose.h"
@@ -229,6 +230,28 @@ TEST(PublishSvg, IsValidWhateverTheNamesHold) {
   EXPECT_EQ(std::count(contents.texts.begin(), contents.texts.end(), "</svg>\uFFFD"), 1);
 }
 
+TEST(PublishSvg, SharesNoNamesWithAnotherOnTheSamePage) {
+  const auto names = [](const std::string& query) {
+    View view(Sample(std::string(kRate) + "1&" + query));
+    const std::string svg = SvgText(Compose(view));
+    std::set<std::string> found;
+    constexpr std::string_view kId = " id=\"";
+    for (std::size_t at = svg.find(kId); at != svg.npos; at = svg.find(kId, at + 1)) {
+      const std::size_t begin = at + kId.size();
+      found.insert(svg.substr(begin, svg.find('"', begin) - begin));
+    }
+    const std::size_t styles = svg.find("<style>\n") + 7;
+    for (std::size_t at = styles; svg.compare(at, 9, "\n</style>") != 0;
+         at = svg.find('\n', at + 1)) {
+      EXPECT_EQ(svg.compare(at, 6, "\n#map-"), 0) << svg.substr(at, 40);
+    }
+    return found;
+  };
+  const std::set<std::string> reds = names("palette=Reds");
+  EXPECT_GE(reds.size(), 3U);
+  for (const std::string& name : names("palette=Greens")) EXPECT_EQ(reds.count(name), 0U) << name;
+}
+
 TEST(PublishSvg, IsTheSameInEveryThread) {
   const auto page = [] {
     View view(Sample(std::string(kRate) + "1&label=all&label-text=both"));
@@ -392,6 +415,38 @@ TEST(PublishLabels, NameWhatIsOnShow) {
       EXPECT_NE(std::string(error.what()).find(told), std::string::npos) << error.what();
     }
   }
+}
+
+TEST(PublishLabels, StandBesideAreasThatTheyWouldHide) {
+  View view(Sample(std::string(kRate) + "1&box=10&box=48&label=all"));  // Delaware, Texas
+  const Drawing drawing = Compose(view);
+  const auto isLeader = [](const OutlineShapes& each) { return each.name == "leader"; };
+  const auto leader = std::find_if(drawing.outlines.begin(), drawing.outlines.end(), isLeader);
+  ASSERT_NE(leader, drawing.outlines.end());
+  EXPECT_EQ(std::count_if(leader, drawing.outlines.end(), isLeader), 1);
+  const GridPoint from = drawing.rings.Ring(leader->rings.first).front();
+  const auto delaware =
+      std::find_if(drawing.areas.begin(), drawing.areas.end(),
+                   [&](const AreaShape& area) { return drawing.Of(area.key) == "10"; });
+  const double step = 1.0 / drawing.grid;
+  const PageArea dot{from.x * step, from.y * step, 0.0, 0.0};
+  EXPECT_TRUE(AreaBorders(drawing, delaware->rings).Holds(dot));
+  EXPECT_NE(view.notes.back().find(" of 51 labels found no place"), std::string::npos);
+}
+
+TEST(PublishNotes, NameTextsThatAreCutOrLost) {
+  const auto notes = [](const std::string& query) {
+    View view(Sample(std::string(kRate) + "1&" + query));
+    Compose(view);
+    std::string all;
+    for (const std::string& note : view.notes) all += note + '\n';
+    return all;
+  };
+  EXPECT_EQ(notes("title=Short&source=Bureau"), "");
+  EXPECT_NE(notes("source=" + std::string(900, 'x')).find("the source is too long"),
+            std::string::npos);
+  const std::string small = notes("size=110x90&note=n");
+  EXPECT_NE(small.find("the note does not fit on a page of 110x90"), std::string::npos) << small;
 }
 
 TEST(PublishLines, ThinOutAndVanishWithTheAreas) {

@@ -75,7 +75,7 @@ TEST_F(Print, FaultsAreNotAlike) {
   EXPECT_FALSE(AreAlike(distanceTo("scale(", ")", "translate(2 1) scale(.1)", 600)));
   EXPECT_FALSE(AreAlike(distanceTo("<path class=\"line-above\"", ">", "", 600)));
   EXPECT_FALSE(AreAlike(distanceTo(".c1{fill:", "}", ".c1{fill:#fff}", 600)));
-  EXPECT_FALSE(AreAlike(distanceTo("id=\"areas\"", " ", "display=\"none\" ", 600)));
+  EXPECT_FALSE(AreAlike(distanceTo("class=\"areas\"", " ", "display=\"none\" ", 600)));
   // A legend is small: it is seen where it stands.
   constexpr int kLegendRows = 80;
   EXPECT_TRUE(AreAlike(distanceTo("<title", ">", "<title>", kLegendRows)));
