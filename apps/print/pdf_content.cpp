@@ -146,7 +146,9 @@ class ContentWriter {
     const double bottom = bounds.top + bounds.height + width;
     const double first = std::floor((bounds.left + bounds.top) / step) * step + middle;
     const double last = bounds.left + bounds.width + bounds.top + bounds.height + step;
-    for (double sum = first; sum < last; sum += step) {
+    const auto count = static_cast<int>(std::ceil((last - first) / step));
+    for (int i = 0; i < count; ++i) {
+      const double sum = first + i * step;
       Numbers({(sum - top) * unit, top * unit}, "m ");
       Numbers({(sum - bottom) * unit, bottom * unit}, "l\n");
     }

@@ -116,10 +116,13 @@ PagePoint AreaBorders::Pole(double wide) const {
   // A long thin area would begin with as many squares as it is longer than wide.
   constexpr double kMostAcross = 16.0;
   const double step = std::max({side, width / kMostAcross, bounds_.height / kMostAcross});
-  for (double y = 0.0; y < bounds_.height; y += step) {
-    for (double x = 0.0; x < width; x += step) {
-      cells.push(cellAt({bounds_.left + (x + step * kHalf) * wide, bounds_.top + y + step * kHalf},
-                        step * kHalf));
+  const auto columns = static_cast<int>(std::ceil(width / step));
+  const auto rows = static_cast<int>(std::ceil(bounds_.height / step));
+  for (int row = 0; row < rows; ++row) {
+    for (int column = 0; column < columns; ++column) {
+      cells.push(cellAt(
+          {bounds_.left + (column + kHalf) * step * wide, bounds_.top + (row + kHalf) * step},
+          step * kHalf));
     }
   }
   Cell found = cellAt(middle, 0.0);
