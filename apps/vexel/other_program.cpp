@@ -39,10 +39,12 @@ void FeedStandardInput(std::string_view text) {
 
 int RunOtherProgram(const std::string& name, std::string_view purpose, const char* const* argv,
                     std::string_view input) {
-  std::vector<char*> arguments{const_cast<char*>(name.c_str())};
+  std::vector<std::string> texts{name};
   for (const char* const* argument = argv + 1; *argument != nullptr; ++argument) {
-    arguments.push_back(const_cast<char*>(*argument));
+    texts.emplace_back(*argument);
   }
+  std::vector<char*> arguments;
+  for (std::string& text : texts) arguments.push_back(text.data());
   arguments.push_back(nullptr);
   if (!input.empty()) FeedStandardInput(input);
   std::fflush(nullptr);

@@ -128,12 +128,12 @@ class Composer {
   void NotePlan(const PagePlan& plan) {
     const std::string page = "a page of " + SizeText(view_.request.size);
     if (plan.lacksLegend) view_.notes.push_back("the legend does not fit on " + page);
-    for (const std::string& text : plan.lost) {
-      view_.notes.push_back("the " + text + " does not fit on " + page);
-    }
+    const auto note = [&](const std::string& text, const char* what, const char* end) {
+      view_.notes.emplace_back("the ").append(text).append(what).append(page).append(end);
+    };
+    for (const std::string& text : plan.lost) note(text, " does not fit on ", "");
     for (const std::string& text : plan.shortened) {
-      view_.notes.push_back("the " + text + " is too long for " + page +
-                            " and ends in an ellipsis");
+      note(text, " is too long for ", " and ends in an ellipsis");
     }
   }
 
@@ -259,7 +259,7 @@ class Composer {
     if (level <= root.GetLevel()) return;
     const auto first = static_cast<std::uint32_t>(drawing_.rings.Count());
     ForEachOnLevel(root, level, [&](const CMapOb& area) {
-      above_.push_back({&area, AddRings(area, placement)});
+      above_.emplace_back(&area, AddRings(area, placement));
     });
     const auto end = static_cast<std::uint32_t>(drawing_.rings.Count());
     if (first == end || wishes_.lineWidth == 0.0) return;

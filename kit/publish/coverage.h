@@ -54,7 +54,8 @@ class Coverage {
 
   static std::uint32_t PartOfSum(float sum) {
     constexpr float kAll = 255.0F;
-    return static_cast<std::uint32_t>(std::min(std::fabs(sum), 1.0F) * kAll + 0.5F);
+    constexpr float kToNearest = 0.5F;
+    return static_cast<std::uint32_t>(std::min(std::fabs(sum), 1.0F) * kAll + kToNearest);
   }
 
   static constexpr unsigned kWordBits = 64;

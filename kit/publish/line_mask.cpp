@@ -57,6 +57,7 @@ void LineMask::DrawRow(int y, int first, int end, PixelPoint from, PixelPoint wa
   constexpr float kAll = 255.0F;
   std::uint8_t* const row = parts_.data() + Place(0, y);
   const float dy = static_cast<float>(y) + 0.5F - from.y;
+  constexpr float kToNearest = 0.5F;
   for (int x = first; x < end; ++x) {
     const float dx = static_cast<float>(x) + 0.5F - from.x;
     const float along = std::clamp((dx * way.x + dy * way.y) * perLength, 0.0F, 1.0F);
@@ -65,7 +66,7 @@ void LineMask::DrawRow(int y, int first, int end, PixelPoint from, PixelPoint wa
     const float square = offX * offX + offY * offY;
     if (square >= reach_ * reach_) continue;
     const float part = std::min(reach_ - std::sqrt(square), most_);
-    row[x] = std::max(row[x], static_cast<std::uint8_t>(part * kAll + 0.5F));
+    row[x] = std::max(row[x], static_cast<std::uint8_t>(part * kAll + kToNearest));
   }
 }
 

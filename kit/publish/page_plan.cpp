@@ -89,7 +89,7 @@ class Planner {
   // The lines of a text, about as long as each other where there are several.
   std::vector<std::string> Balanced(const std::string& text, const Typeface& face,
                                     std::size_t mostLines) const {
-    const std::vector<std::string> lines = Wrapped(text, face, free_.width, mostLines);
+    std::vector<std::string> lines = Wrapped(text, face, free_.width, mostLines);
     if (lines.size() < 2 || IsShortened(lines, text)) return lines;
     constexpr int kSteps = 8;
     double narrow = free_.width / static_cast<double>(lines.size());
@@ -280,7 +280,7 @@ class Planner {
     const double size = LegendSize();
     const PageArea& area = plan_.legend;
     const double middle = (kAscent - kDescent) / 2.0;  // of a letter, above its baseline
-    const auto add = [&](std::string text, double x, double y, double room, bool isBold) {
+    const auto add = [&](const std::string& text, double x, double y, double room, bool isBold) {
       const Typeface face{size, isBold};
       std::string fitting = Shortened(text, face, room);
       if (fitting != text) plan_.shortened.push_back("legend's \"" + text + '"');
