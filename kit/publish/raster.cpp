@@ -39,7 +39,9 @@ class FillPaint {
   }
 
   std::uint32_t At(int x, int y) const {
-    return diagonals_.empty() ? pixel_ : diagonals_[static_cast<std::size_t>(x + y)];
+    return diagonals_.empty()
+               ? pixel_
+               : diagonals_[static_cast<std::size_t>(x) + static_cast<std::size_t>(y)];
   }
 
  private:
