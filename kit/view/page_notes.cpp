@@ -67,10 +67,12 @@ std::vector<std::string> PageNotes(View& view, const CMapGif& page) {
     notes.push_back("the legend does not fit on a page of " + SizeText(view.request.size));
   }
   if (!view.request.noTitle && IsTitleCut(view.map.GenerateTitle().View(), width)) {
-    notes.push_back("the title is too long for the page and is cut at the right");
+    notes.emplace_back("the title is too long for the page and is cut at the right");
   }
   if (const std::string unheard = OptionsUnheard(view.request); !unheard.empty()) {
-    notes.push_back("a GIF page has no place for " + unheard + "; SVG, PDF and PNG pages have");
+    notes.emplace_back("a GIF page has no place for ")
+        .append(unheard)
+        .append("; SVG, PDF and PNG pages have");
   }
   const std::vector<std::string> texts = TextsOn(view);
   const auto lost = std::count_if(texts.begin(), texts.end(), LosesLetters);

@@ -161,7 +161,7 @@ void CMapOb::LoadPolygons(CArchive& ar, bool floats) {
     if (CPolygon* shared = SharedFor(*polygon); shared != nullptr) {
       polygons.Add(shared);
     } else {
-      Adopt(std::move(polygon));
+      Adopt(std::exchange(polygon, nullptr));
     }
   }
 }

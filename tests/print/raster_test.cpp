@@ -166,7 +166,9 @@ TEST(PngFile, LosesNothing) {
       ASSERT_EQ(read.width, 37);
       for (std::size_t i = 0; i < pixels.data.size(); ++i) {
         const std::uint8_t* const at = read.bytes.data() + 4 * i;
-        ASSERT_EQ(std::uint32_t{at[3]} << 24 | at[0] << 16 | at[1] << 8 | at[2], pixels.data[i]);
+        ASSERT_EQ(std::uint32_t{at[3]} << 24 | std::uint32_t{at[0]} << 16 |
+                      std::uint32_t{at[1]} << 8 | at[2],
+                  pixels.data[i]);
       }
       EXPECT_EQ(file[kColorType], colors <= 256 ? 3 : isOpaque ? 2 : 6) << colors;
     }
