@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdio>
@@ -43,9 +44,9 @@ int RunOtherProgram(const std::string& name, std::string_view purpose, const cha
   for (const char* const* argument = argv + 1; *argument != nullptr; ++argument) {
     texts.emplace_back(*argument);
   }
-  std::vector<char*> arguments;
-  for (std::string& text : texts) arguments.push_back(text.data());
-  arguments.push_back(nullptr);
+  std::vector<char*> arguments(texts.size() + 1);
+  std::transform(texts.begin(), texts.end(), arguments.begin(),
+                 [](std::string& text) { return text.data(); });
   if (!input.empty()) FeedStandardInput(input);
   std::fflush(nullptr);
   const std::string beside = OwnFolder() + name;
