@@ -18,6 +18,7 @@
 #include "kit/files/printable.h"
 #include "kit/report/summary.h"
 #include "kit/request/error.h"
+#include "kit/request/hints.h"
 #include "kit/request/json_text.h"
 #include "kit/view/load.h"
 #include "kit/view/map_facts.h"
@@ -87,11 +88,6 @@ std::unique_ptr<CVELAMap> LoadForInfo(const std::string& path, CliHost& host) {
 // Whole coordinates of the working space, and those of map units with a point at least.
 std::string CoordinateText(int number) { return std::to_string(number); }
 std::string CoordinateText(double number) { return JsonNumber(number); }
-
-// A count with its noun.
-std::string Counted(int count, const std::string& noun) {
-  return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
 
 // The four sides of a bound as two corners.
 template <typename Number>

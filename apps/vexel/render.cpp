@@ -76,11 +76,8 @@ void CheckStrictly(const CliHost& host, const Request& request) {
   const std::size_t doubts = host.GetRemarkCount();
   const std::size_t lost = host.GetLostRows().size();
   if (doubts == 0 && lost == 0) return;
-  const auto counted = [](std::size_t count, const std::string& noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-  };
-  throw Failed(request.data, counted(doubts, "doubtful place") + " and " +
-                                 counted(lost, "lost row") + ", of which --strict takes none");
+  throw Failed(request.data, Counted(doubts, "doubtful place") + " and " +
+                                 Counted(lost, "lost row") + ", of which --strict takes none");
 }
 
 // No two outputs go to one file, and none to a file that is read.

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "kit/classes/twofold.h"
+#include "kit/request/hints.h"
 
 namespace vexel {
 namespace {
@@ -21,15 +22,11 @@ void CheckRequest(std::span<const double> values, int count) {
   }
 }
 
-std::string CountText(std::size_t count, const std::string& noun, const std::string& plural) {
-  return std::to_string(count) + " " + (count == 1 ? noun : plural);
-}
-
 std::string WhyFew(std::span<const double> values) {
   if (values.empty()) return "there are no values";
-  const auto different = static_cast<std::size_t>(CountDifferent(values));
+  const auto different = CountDifferent(values);
   if (different == 1) return "all values are equal";
-  return "there are only " + CountText(different, "different value", "different values");
+  return "there are only " + Counted(different, "different value");
 }
 
 }  // namespace
@@ -58,7 +55,7 @@ ClassBounds InOrder(std::span<const double> values, std::vector<double> lower, i
 }
 
 std::string NumberNote(std::size_t made, int asked, std::string_view why) {
-  std::string note = CountText(made, "group", "groups") + " instead of " + std::to_string(asked);
+  std::string note = Counted(made, "group") + " instead of " + std::to_string(asked);
   if (!why.empty()) note.append(": ").append(why);
   return note;
 }

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "kit/files/outputs.h"
 #include "kit/files/printable.h"
 #include "kit/request/error.h"
 
@@ -134,11 +135,9 @@ void WriteText(const std::string& name, std::string_view text) {
     return;
   }
   CFile file;
-  if (file.Open(name.c_str(), CFile::modeCreate | CFile::modeWrite) == 0) {
-    throw Failed(name, "cannot be opened for writing");
-  }
+  OpenOutput(file, name);
   file.Write(text.data(), text.size());
-  if (file.Close() == 0) throw Failed(name, "cannot be written");
+  Finish(file, name);
 }
 
 TemporaryFolder::TemporaryFolder(std::string_view fileName) {

@@ -127,6 +127,13 @@ std::uint32_t ColorOf(const Lab& lab) {
   return ByteOf(rgb[0]) | ByteOf(rgb[1]) << 8U | ByteOf(rgb[2]) << 16U;
 }
 
+std::uint32_t Mixed(std::uint32_t from, std::uint32_t to, double part) {
+  const Lab a = LabOf(LinearRgbOf(from));
+  const Lab b = LabOf(LinearRgbOf(to));
+  return ColorOf({std::lerp(a.lightness, b.lightness, part), std::lerp(a.a, b.a, part),
+                  std::lerp(a.b, b.b, part)});
+}
+
 double Luminance(std::uint32_t color) {
   const LinearRgb rgb = LinearRgbOf(color);
   return 0.2126 * rgb[0] + 0.7152 * rgb[1] + 0.0722 * rgb[2];

@@ -47,6 +47,9 @@ VEXEL_API Lab LabOf(const LinearRgb& rgb);
 // can show. ColorOf(LabOf(LinearRgbOf(color))) is the colour again.
 VEXEL_API std::uint32_t ColorOf(const Lab& lab);
 
+// A colour between two, with so much of the second: a straight way in CIELAB.
+VEXEL_API std::uint32_t Mixed(std::uint32_t from, std::uint32_t to, double part);
+
 // Relative luminance, 0 for black to 1 for white, as WCAG 2 defines it.
 VEXEL_API double Luminance(std::uint32_t color);
 

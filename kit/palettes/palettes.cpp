@@ -19,13 +19,6 @@ bool IsSameName(std::string_view a, std::string_view b) {
                     [](char x, char y) { return LowerCase(x) == LowerCase(y); });
 }
 
-std::uint32_t Mixed(std::uint32_t from, std::uint32_t to, double part) {
-  const Lab a = LabOf(LinearRgbOf(from));
-  const Lab b = LabOf(LinearRgbOf(to));
-  return ColorOf({std::lerp(a.lightness, b.lightness, part), std::lerp(a.a, b.a, part),
-                  std::lerp(a.b, b.b, part)});
-}
-
 // Colour i of a row of `length`, stretched over the given row.
 std::uint32_t Interpolated(std::span<const std::uint32_t> row, int i, int length) {
   const int last = static_cast<int>(row.size()) - 1;

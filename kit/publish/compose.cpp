@@ -14,6 +14,7 @@
 #include "kit/request/hints.h"
 #include "kit/request/markup.h"
 #include "kit/request/values.h"
+#include "kit/view/areas.h"
 
 namespace vexel {
 
@@ -44,16 +45,6 @@ constexpr double kChosenHalo = 1.0 / 3.0;
 constexpr double kFaint = 0.15;  // of the ink in the paper
 
 constexpr std::size_t kMissing = CLegend::kNoDataSlot;
-
-std::uint32_t Mixed(std::uint32_t a, std::uint32_t b, double partOfB) {
-  std::uint32_t mixed = 0;
-  for (const unsigned shift : {0U, 8U, 16U}) {
-    const double from = (a >> shift) & 0xFFU;
-    const double to = (b >> shift) & 0xFFU;
-    mixed |= static_cast<std::uint32_t>(std::lround(from + (to - from) * partOfB)) << shift;
-  }
-  return mixed;
-}
 
 class Composer {
  public:
@@ -98,8 +89,8 @@ class Composer {
   }
 
   std::string Title() const {
-    return PrintableText(wishes_.title ? std::string_view(*wishes_.title)
-                                       : view_.map.GenerateTitle().View());
+    return XmlText(wishes_.title ? std::string_view(*wishes_.title)
+                                 : view_.map.GenerateTitle().View());
   }
 
   PageContents Contents() const {
@@ -109,18 +100,15 @@ class Composer {
     contents.extentWidth = extent_.right - extent_.left;
     contents.extentHeight = extent_.top - extent_.bottom;
     contents.ink = ink_;
-    if (!request.noTitle) {
-      contents.title = Title();
-    }
-    contents.subtitle = PrintableText(wishes_.subtitle);
-    contents.note = PrintableText(wishes_.note);
-    contents.source = PrintableText(wishes_.source);
+    if (!request.noTitle) contents.title = Title();
+    contents.subtitle = XmlText(wishes_.subtitle);
+    contents.note = XmlText(wishes_.note);
+    contents.source = XmlText(wishes_.source);
     if (request.noLegend) return contents;
     // The engine's title names the variable; under another one the legend has to.
-    if (request.noTitle || wishes_.title) contents.legend.heading = PrintableText(SubjectOf(view_));
+    if (request.noTitle || wishes_.title) contents.legend.heading = XmlText(SubjectOf(view_));
     for (const LegendRow& row : view_.legend.GetRows()) {
-      contents.legend.entries.push_back(
-          {PrintableText(row.text), static_cast<std::uint16_t>(row.slot)});
+      contents.legend.entries.push_back({XmlText(row.text), static_cast<std::uint16_t>(row.slot)});
     }
     return contents;
   }
@@ -141,7 +129,8 @@ class Composer {
     drawing_.width = view_.request.size.width;
     drawing_.height = view_.request.size.height;
     drawing_.background = wishes_.background;
-    drawing_.title = Title().empty() ? PrintableText(view_.map.GenerateTitle().View()) : Title();
+    drawing_.title = Title();
+    if (drawing_.title.empty()) drawing_.title = XmlText(view_.map.GenerateTitle().View());
     drawing_.description = Description();
     drawing_.map = plan.map;
     drawing_.legend = plan.legend;
@@ -170,11 +159,8 @@ class Composer {
   }
 
   std::string Description() const {
-    const auto count = [](std::size_t number, const std::string& noun) {
-      return std::to_string(number) + ' ' + noun + (number == 1 ? "" : "s");
-    };
-    return "Map of " + count(view_.areas.size(), "area") + " in " +
-           count(static_cast<std::size_t>(view_.legend.numGroups), "group") + " of colour";
+    return "Map of " + Counted(view_.areas.size(), "area") + " in " +
+           Counted(view_.legend.numGroups, "group") + " of colour";
   }
 
   void AddFills() {
@@ -223,7 +209,7 @@ class Composer {
   }
 
   std::string Value(const CMapOb& area) const {
-    return PrintableText(ValueText(view_, area, separators_, missing_));
+    return XmlText(ValueText(view_, area, separators_, missing_));
   }
 
   std::uint16_t FillOf(const CMapOb& area) const {
@@ -238,18 +224,10 @@ class Composer {
     drawing_.words.reserve(view_.areas.size() * kWords);
     drawing_.rings.Reserve(mostVertices_, mostRings_);
     for (const CMapOb* area : view_.areas) {
-      drawing_.areas.push_back(
-          {AddRings(*area, placement), FillOf(*area), AddWords(KeyText(area->GetArea())),
-           AddWords(PrintableText(area->GetName().View())), AddWords(Value(*area))});
+      drawing_.areas.push_back({AddRings(*area, placement), FillOf(*area),
+                                AddWords(KeyText(area->GetArea())),
+                                AddWords(XmlText(area->GetName().View())), AddWords(Value(*area))});
     }
-  }
-
-  // Calls `visit` with the areas of a level in what is on show.
-  template <typename Visit>
-  void ForEachOnLevel(const CMapOb& node, int level, const Visit& visit) const {
-    if (node.GetLevel() == level) visit(node);
-    if (node.GetLevel() >= level) return;
-    node.ForEachChild([&](const CMapOb& child) { ForEachOnLevel(child, level, visit); });
   }
 
   // The outlines of the level above, over its parts.
@@ -287,7 +265,7 @@ class Composer {
 
   std::vector<std::string> LinesFor(const CMapOb& area, LabelText text) const {
     std::vector<std::string> lines;
-    if (text != LabelText::value) lines.push_back(PrintableText(area.GetName().View()));
+    if (text != LabelText::value) lines.push_back(XmlText(area.GetName().View()));
     if (text != LabelText::name) lines.push_back(Value(area));
     std::erase(lines, "");
     return lines;
@@ -295,10 +273,7 @@ class Composer {
 
   // The area's rings on the page: those that are drawn, or else new ones that only its label needs.
   RingRange RingsOf(const CMapOb& area, const Placement& placement) {
-    if (area.GetLevel() == view_.map.GetDrawLevel()) {
-      const auto found = std::find(view_.areas.begin(), view_.areas.end(), &area);
-      if (found != view_.areas.end()) return ShapeOf(&area).rings;
-    }
+    if (area.GetLevel() == view_.map.GetDrawLevel()) return ShapeOf(&area).rings;
     const auto above = std::find_if(above_.begin(), above_.end(),
                                     [&](const auto& each) { return each.first == &area; });
     if (above != above_.end() && above->second.first != above->second.end) return above->second;
@@ -342,7 +317,7 @@ class Composer {
     return 0;
   }
 
-  const CMapOb& AreaNamed(const std::string& word) const {
+  const CMapOb& AreaOf(const std::string& word) const {
     const bool isKey = word.find_first_not_of("0123456789,- ") == std::string::npos;
     if (!isKey) {
       std::vector<std::string_view> names{kAllAreas};
@@ -354,18 +329,11 @@ class Composer {
       throw WrongRequest("--label: " + Quoted(word) +
                          " is neither a key nor a level on show; there are " + Joined(names));
     }
-    CMapOb* found = nullptr;
-    const CAreaStruct key = ParseKey(word);
-    if (view_.map.Find(key, found) == 0) {
-      throw WrongRequest("--label: the map has no area " + KeyText(key));
+    const CMapOb* area = AreaNamed(view_.map, "--label", ParseKey(word));
+    if (!IsInDrawRoot(view_.map, area) || area->GetLevel() > view_.map.GetDrawLevel()) {
+      throw WrongRequest("--label: area " + KeyText(area->GetArea()) + " is none of those on show");
     }
-    const CMapOb* root = view_.map.GetDrawRoot();
-    const CMapOb* node = found;
-    while (node != nullptr && node != root) node = node->GetParent();
-    if (node == nullptr || found->GetLevel() > view_.map.GetDrawLevel()) {
-      throw WrongRequest("--label: area " + KeyText(key) + " is none of those on show");
-    }
-    return *found;
+    return *area;
   }
 
   // Boxes first, then what is asked for by its key, then whole levels from the uppermost on.
@@ -384,7 +352,7 @@ class Composer {
         levels.push_back(level);
         continue;
       }
-      const CMapOb& area = AreaNamed(word);
+      const CMapOb& area = AreaOf(word);
       if (IsNamed(&area)) continue;
       named_.push_back(&area);
       labels.push_back(MakeLabel(area, wishes_.labelText, RingsOf(area, placement), true));
@@ -402,8 +370,8 @@ class Composer {
       const Label& label = labels[index];
       if (label.isWanted) names += (names.empty() ? ": " : ", ") + Quoted(label.lines.front());
     }
-    view_.notes.push_back(std::to_string(leftOut.size()) + " of " + std::to_string(labels.size()) +
-                          (labels.size() == 1 ? " label" : " labels") + " found no place" + names);
+    view_.notes.push_back(std::to_string(leftOut.size()) + " of " +
+                          Counted(labels.size(), "label") + " found no place" + names);
   }
 
   void AddLevel(int level, const Placement& placement, std::vector<Label>& labels) {
@@ -415,9 +383,14 @@ class Composer {
       }
       return;
     }
+    const bool isAbove = !above_.empty() && above_.front().first->GetLevel() == level;
+    std::size_t number = 0;
     ForEachOnLevel(*view_.map.GetDrawRoot(), level, [&](const CMapOb& area) {
+      // Those of the level above stand in this very order.
+      RingRange rings = isAbove ? above_[number++].second : RingRange();
       if (IsNamed(&area)) return;
-      labels.push_back(MakeLabel(area, wishes_.labelText, RingsOf(area, placement), false));
+      if (rings.first == rings.end) rings = RingsOf(area, placement);
+      labels.push_back(MakeLabel(area, wishes_.labelText, rings, false));
     });
   }
 

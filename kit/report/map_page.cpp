@@ -13,6 +13,7 @@
 #include "kit/report/map_page_script.h"
 #include "kit/report/map_page_style.h"
 #include "kit/report/page_pieces.h"
+#include "kit/request/hints.h"
 #include "kit/request/json_text.h"
 #include "kit/request/markup.h"
 #include "kit/request/query.h"
@@ -57,7 +58,7 @@ class Parents {
   static std::string Joined(const std::vector<const CMapOb*>& path) {
     std::string whole;
     std::for_each(path.rbegin(), path.rend(), [&](const CMapOb* node) {
-      whole.append(whole.empty() ? "" : ", ").append(PrintableText(node->GetName().View()));
+      whole.append(whole.empty() ? "" : ", ").append(XmlText(node->GetName().View()));
     });
     return whole;
   }
@@ -117,7 +118,7 @@ class DataWriter {
       page_ += '"';
     });
     page_ += "\"missing\":";
-    AppendForScript(page_, PrintableText(view_.legend.noDataText.View()));
+    AppendForScript(page_, XmlText(view_.legend.noDataText.View()));
     page_ += '}';
   }
 
@@ -177,7 +178,7 @@ std::string SwatchStyles(const CLegend& legend, const Drawing& drawing) {
 // A cell that shows the colour of a group and its text.
 std::string GroupCell(const LegendRow& row) {
   return "<i class=\"" + SwatchClass(static_cast<std::size_t>(row.slot)) + "\"></i>" +
-         MarkupText(PrintableText(row.text));
+         MarkupText(XmlText(row.text));
 }
 
 std::uint32_t PaperOf(const Drawing& drawing) { return drawing.background.value_or(kPaper); }
@@ -193,7 +194,8 @@ std::string LegendRows(const CLegend& legend, const Drawing& drawing) {
   for (const LegendRow& row : legend.GetRows()) {
     const auto count = std::count_if(drawing.areas.begin(), drawing.areas.end(),
                                      [&](const AreaShape& area) { return area.fill == row.slot; });
-    const bool isNear = Contrast(row.group->color, PaperOf(drawing)) < kLeastContrast;
+    const FillStyle& fill = drawing.fills.at(static_cast<std::size_t>(row.slot));
+    const bool isNear = Contrast(fill.color, PaperOf(drawing)) < kLeastContrast;
     rows += "<tr data-slot=\"" + std::to_string(row.slot) + (isNear ? "\" data-veil=\"dim" : "") +
             "\"><th scope=\"row\">" + GroupCell(row) + "</th><td class=\"n\">" +
             std::to_string(count) + "</td></tr>\n";
@@ -218,7 +220,7 @@ void AppendRows(std::string& page, const View& view, const Drawing& drawing,
 std::string LevelHeading(const View& view) {
   const int level = view.map.GetDrawLevel();
   const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
-  return isNamed ? MarkupText(PrintableText(view.map.GetLevelName(level).View())) : "Area";
+  return isNamed ? MarkupText(XmlText(view.map.GetLevelName(level).View())) : "Area";
 }
 
 // A length in page pixels, as text in steps of the drawing's grid.
@@ -231,9 +233,8 @@ std::string Body(View& view, const Drawing& drawing, const Parents& parents,
   const std::size_t count = drawing.areas.size();
   const bool hasRows = count <= kMostRows;
   const std::string rows = std::to_string(hasRows ? kMostRows : kRowsAtATime);
-  const std::string areas = CountText(count, "area", "areas");
-  const std::string groups =
-      CountText(static_cast<std::size_t>(view.legend.numGroups), "group", "groups");
+  const std::string areas = Counted(count, "area");
+  const std::string groups = Counted(view.legend.numGroups, "group");
   return Filled(kMapPageBody,
                 {{"SWATCHES", SwatchStyles(view.legend, drawing)},
                  {"TITLE", title},
@@ -249,21 +250,19 @@ std::string Body(View& view, const Drawing& drawing, const Parents& parents,
                  {"MAPWIDTH", InSteps(drawing, drawing.map.width)},
                  {"MAPHEIGHT", InSteps(drawing, drawing.map.height)},
                  {"PAPER", ColorText(PaperOf(drawing))},
-                 {"LEGEND", MarkupText(PrintableText(view.legend.title.View()))},
+                 {"LEGEND", MarkupText(XmlText(view.legend.title.View()))},
                  {"LEGENDROWS", LegendRows(view.legend, drawing)},
                  {"STATE", " data-rows=\"" + rows + (hasRows ? "\" open" : "\" hidden")},
                  {"AREAS", (count > 1 ? "all " : "") + areas},
                  {"LEVEL", LevelHeading(view)},
                  {"WITHIN", parents.AreAny() ? "<th scope=\"col\" id=\"within\">Part of</th>" : ""},
-                 {"VARIABLE", MarkupText(PrintableText(SubjectOf(view)))}});
+                 {"VARIABLE", MarkupText(XmlText(SubjectOf(view)))}});
 }
 
 }  // namespace
 
 std::string MapPageText(View& view, const Drawing& drawing, const std::string& picture) {
-  const std::string ownTitle =
-      drawing.title.empty() ? PrintableText(view.map.GenerateTitle().View()) : drawing.title;
-  const std::string title = MarkupText(ownTitle);
+  const std::string title = MarkupText(drawing.title);
   const Parents parents(view);
   std::string page = Filled(kMapPageHead, {{"TITLE", title}});
   page += kMapPageStyle;

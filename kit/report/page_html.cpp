@@ -8,6 +8,7 @@
 #include "kit/palettes/color.h"
 #include "kit/report/page_parts.h"
 #include "kit/report/page_pieces.h"
+#include "kit/request/hints.h"
 #include "kit/request/markup.h"
 #include "kit/request/query.h"
 
@@ -124,10 +125,9 @@ class AreaWriter {
 
 std::string HtmlHead(View& view, const std::string& picture) {
   const std::string title = MarkupText(view.map.GenerateTitle().View());
-  const std::string alternative =
-      "Map: " + title + ". " + CountText(view.areas.size(), "area", "areas") + " in " +
-      CountText(static_cast<std::size_t>(view.legend.numGroups), "group", "groups") +
-      " of colour; the table below has all values.";
+  const std::string alternative = "Map: " + title + ". " + Counted(view.areas.size(), "area") +
+                                  " in " + Counted(view.legend.numGroups, "group") +
+                                  " of colour; the table below has all values.";
   return Filled(kPageHead, {{"TITLE", title},
                             {"SWATCHES", SwatchStyles(view.legend)},
                             {"PICTURE", PercentEncoded(picture, "/")},

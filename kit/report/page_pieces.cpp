@@ -22,10 +22,6 @@ std::string Filled(std::string_view pattern,
   }
 }
 
-std::string CountText(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
 void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path) {
   path.assign(1, area);
   while (path.back()->GetParent() != nullptr && path.back()->GetParent() != map.GetDrawRoot() &&

@@ -18,9 +18,6 @@ namespace vexel {
 std::string Filled(std::string_view pattern,
                    std::initializer_list<std::pair<std::string_view, std::string>> values);
 
-// "1 area", "12 areas".
-std::string CountText(std::size_t count, const std::string& one, const std::string& many);
-
 // Sets `path` to the areas that an area lies in, below the draw root: the uppermost first and
 // itself last.
 void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path);

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "kit/files/files.h"
-#include "kit/report/outputs.h"
+#include "kit/files/outputs.h"
 #include "kit/report/page_html.h"
 #include "kit/report/report.h"
 #include "kit/request/error.h"

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "kit/files/files.h"
+#include "kit/files/outputs.h"
 #include "kit/publish/compose.h"
 #include "kit/report/map_page.h"
-#include "kit/report/outputs.h"
 #include "kit/report/report.h"
 #include "kit/report/write_page.h"
 #include "kit/request/json_request.h"

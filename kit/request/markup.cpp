@@ -85,7 +85,7 @@ std::string MarkupText(std::string_view text) {
   return markup;
 }
 
-std::string PrintableText(std::string_view text) {
+std::string XmlText(std::string_view text) {
   const auto isPlain = [](char c) { return c >= 0x20 && c < 0x7F; };
   if (std::all_of(text.begin(), text.end(), isPlain)) return std::string(text);
   std::string printable;

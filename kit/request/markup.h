@@ -24,7 +24,7 @@ VEXEL_API std::string MarkupText(std::string_view text);
 // The text with U+FFFD for every byte that is part of no character, and a blank for tabs and the
 // ends of lines; what is left of the characters below the blank, and other code points that XML
 // does not have, become U+FFFD.
-VEXEL_API std::string PrintableText(std::string_view text);
+VEXEL_API std::string XmlText(std::string_view text);
 
 }  // namespace vexel
 

@@ -6,6 +6,7 @@
 
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
+#include "kit/view/areas.h"
 #include "kit/view/classify.h"
 #include "kit/view/columns.h"
 #include "kit/view/load.h"
@@ -24,12 +25,6 @@ void Select(CVELAData& data, const Request& request) {
   data.SetCalcSelected(*request.calculation);
 }
 
-CMapOb* AreaOf(CVELAMap& map, const std::string& option, const CAreaStruct& key) {
-  CMapOb* found = nullptr;
-  if (map.Find(key, found) != 0 && found != &map) return found;
-  throw WrongRequest(option + ": the map has no area " + KeyText(key));
-}
-
 void CheckLevel(const CVELAMap& map, int level) {
   const int deepest = std::max(map.GetNumMapLevels() - 1, 1);
   if (level <= deepest) return;
@@ -43,16 +38,16 @@ void CheckLevel(const CVELAMap& map, int level) {
   throw WrongRequest(text);
 }
 
-void Collect(CMapOb* node, int level, std::vector<CMapOb*>& areas) {
-  if (node->GetLevel() == level) areas.push_back(node);
-  if (node->GetLevel() >= level) return;
-  node->ForEachChild([&](CMapOb& child) { Collect(&child, level, areas); });
+std::vector<CMapOb*> AreasOnLevel(const CVELAMap& map, int level) {
+  std::vector<CMapOb*> areas;
+  ForEachOnLevel(*map.GetDrawRoot(), level, [&](CMapOb& area) { areas.push_back(&area); });
+  return areas;
 }
 
 void FindAreasOnShow(View& view) {
   CVELAMap& map = view.map;
   const CMapOb* root = map.GetDrawRoot();
-  Collect(map.GetDrawRoot(), map.GetDrawLevel(), view.areas);
+  view.areas = AreasOnLevel(map, map.GetDrawLevel());
   if (!view.areas.empty()) return;
   const std::string place =
       root == &map ? "the map" : "area " + KeyText(root->GetArea()) + " of the map";
@@ -73,8 +68,7 @@ void CheckOutlines(const View& view) {
   std::string text = "the areas of " + named(view.map.GetDrawLevel()) + " have no outlines";
   std::string others;
   for (int level = 1; level < view.map.GetNumMapLevels(); ++level) {
-    std::vector<CMapOb*> areas;
-    Collect(view.map.GetDrawRoot(), level, areas);
+    const std::vector<CMapOb*> areas = AreasOnLevel(view.map, level);
     if (std::any_of(areas.begin(), areas.end(), HasOutline)) {
       others += (others.empty() ? "; there are some on " : ", ") + named(level);
     }
@@ -89,7 +83,7 @@ std::vector<CMapOb*> AreasNamed(View& view, const std::string& option,
   std::vector<CMapOb*> found;
   found.reserve(keys.size());
   for (const CAreaStruct& key : keys) {
-    CMapOb* area = AreaOf(view.map, option, key);
+    CMapOb* area = AreaNamed(view.map, option, key);
     if (!isShown(area)) {
       throw WrongRequest(option + ": area " + KeyText(key) + " is none of those on show");
     }
@@ -100,7 +94,7 @@ std::vector<CMapOb*> AreasNamed(View& view, const std::string& option,
 
 void ChooseAreas(View& view) {
   const Request& request = view.request;
-  if (request.zoom) view.map.ZoomTo(AreaOf(view.map, "--zoom", *request.zoom));
+  if (request.zoom) view.map.ZoomTo(AreaNamed(view.map, "--zoom", *request.zoom));
   if (request.level) {
     CheckLevel(view.map, *request.level);
     view.map.PrepareLevelDrawing(*request.level);
@@ -112,11 +106,8 @@ void ChooseAreas(View& view) {
   view.outlines = AreasNamed(view, "--outline", request.outlines, [&](const CMapOb* area) {
     return std::find(view.areas.begin(), view.areas.end(), area) != view.areas.end();
   });
-  view.boxes = AreasNamed(view, "--box", request.boxes, [&](const CMapOb* area) {
-    const CMapOb* root = view.map.GetDrawRoot();
-    while (area != nullptr && area != root) area = area->GetParent();
-    return area == root;
-  });
+  view.boxes = AreasNamed(view, "--box", request.boxes,
+                          [&](const CMapOb* area) { return IsInDrawRoot(view.map, area); });
 }
 
 }  // namespace

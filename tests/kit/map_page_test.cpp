@@ -139,15 +139,13 @@ TEST_F(MapPageTest, TakesAnyText) {
     EXPECT_TRUE(std::none_of(page.begin(), page.end(), [](unsigned char byte) {
       return byte < ' ' && byte != '\n';
     })) << text;
-    EXPECT_NE(page.find("<title>" + MarkupText(PrintableText(text)) + "</title>"),
-              std::string::npos);
+    EXPECT_NE(page.find("<title>" + MarkupText(XmlText(text)) + "</title>"), std::string::npos);
     EXPECT_NE(page.find("src=\"of%20%22rows%22/a%3Cb%3E.svg\""), std::string::npos);
     const Json names = DataOf(page)["names"];
     ASSERT_EQ(names.size(), texts.size());
-    for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(names[i], PrintableText(texts[i]));
+    for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(names[i], XmlText(texts[i]));
     for (const std::string& name : texts) {
-      EXPECT_NE(page.find("<bdi>" + MarkupText(PrintableText(name)) + "</bdi></th>"),
-                std::string::npos);
+      EXPECT_NE(page.find("<bdi>" + MarkupText(XmlText(name)) + "</bdi></th>"), std::string::npos);
     }
   }
 }

@@ -1,4 +1,4 @@
-#include "kit/report/outputs.h"
+#include "kit/files/outputs.h"
 
 #include "kit/files/files.h"
 #include "kit/request/error.h"

@@ -1,7 +1,7 @@
 // The files of a page, each of which is whole before the first of them takes its place.
 
-#ifndef VEXEL_KIT_REPORT_OUTPUTS_H_
-#define VEXEL_KIT_REPORT_OUTPUTS_H_
+#ifndef VEXEL_KIT_FILES_OUTPUTS_H_
+#define VEXEL_KIT_FILES_OUTPUTS_H_
 
 #include <vexel/platform/file.h>
 
@@ -37,4 +37,4 @@ struct TextOutput {
 
 }  // namespace vexel
 
-#endif  // VEXEL_KIT_REPORT_OUTPUTS_H_
+#endif  // VEXEL_KIT_FILES_OUTPUTS_H_
