@@ -27,6 +27,7 @@ class Input : public Cli {
     child_ = ::fork();
     ASSERT_GE(child_, 0);
     if (child_ == 0) {
+      for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) ::signal(signal, SIG_DFL);
       ::dup2(in_[0], STDIN_FILENO);
       ::dup2(out_[1], STDOUT_FILENO);
       for (const int end : {in_[0], in_[1], out_[0], out_[1]}) ::close(end);

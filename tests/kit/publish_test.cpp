@@ -116,6 +116,15 @@ std::vector<Points> RingsOf(std::string_view path) {
   return rings;
 }
 
+bool IsClockwise(const Points& ring) {
+  double area = 0.0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const GridPoint& next = ring[(i + 1) % ring.size()];
+    area += 1.0 * ring[i].x * next.y - 1.0 * next.x * ring[i].y;
+  }
+  return area > 0.0;
+}
+
 // What the SVG says of each area, by its key.
 struct SvgArea {
   std::string kind;
@@ -188,6 +197,9 @@ TEST(PublishSvg, HoldsEveryAreaOnceWithItsOutlineAndValue) {
                   ValueText(view, *view.areas[i], view.listener.GetSeparators(), "No data"));
     const std::optional<double> value = ValueOf(view, *view.areas[i]);
     EXPECT_EQ(area.kind, value ? "c" + std::to_string(*view.legend.GroupOf(*value)) : "missing");
+    for (std::size_t r = 0; r < rings.size(); ++r) {
+      EXPECT_EQ(IsClockwise(rings[r]), view.areas[i]->GetPoly(static_cast<int>(r))->IsHole() == 0);
+    }
   }
   EXPECT_NE(svg.find("<path class=\"line-above\""), svg.npos);
   EXPECT_NE(svg.find("<path class=\"line-chosen\""), svg.npos);
@@ -216,8 +228,12 @@ TEST(PublishSvg, IsValidWhateverTheNamesHold) {
   request.data = folder.Path("odd.mdf");
   request.publication.labels = {"all"};
   request.publication.note = "</svg>\x02";
+  request.publication.source = "\u05D2 2009";
   View view(request);
-  const SvgContents contents(SvgText(Compose(view)));
+  const std::string svg = SvgText(Compose(view));
+  // From right to left, and at the left of the page all the same.
+  EXPECT_NE(svg.find(" direction=\"rtl\" text-anchor=\"end\">\u05D2 2009<"), svg.npos);
+  const SvgContents contents(svg);
   ASSERT_EQ(contents.error, "");
   for (std::size_t i = 0; i < names.size(); ++i) {
     EXPECT_EQ(contents.areas.at(std::to_string(i)).title, shown[i] + ": " + std::to_string(i));
@@ -279,9 +295,12 @@ PageContents Crowded(const PageSize& size, int groups, bool isWide) {
 }
 
 TEST(PublishPlan, OverlapsAndCutsOffNothing) {
-  for (const PageSize& size : {PageSize{320, 240}, PageSize{240, 320}, PageSize{800, 600},
-                               PageSize{4000, 3000}, PageSize{1200, 200}, PageSize{150, 1500},
-                               PageSize{60, 60}, PageSize{3, 2}, PageSize{65535, 20}}) {
+  std::vector<PageSize> sizes{{320, 240},  {240, 320},  {800, 600}, {4000, 3000},
+                              {1200, 200}, {150, 1500}, {3, 2},     {65535, 20}};
+  for (int height = 30; height < 160; height += 7) {
+    for (const int width : {60, 180, 900}) sizes.push_back({width, height});
+  }
+  for (const PageSize& size : sizes) {
     for (const int groups : {0, 1, 8}) {
       for (const bool isWide : {false, true}) {
         SCOPED_TRACE(SizeText(size) + ' ' + std::to_string(groups) + (isWide ? " wide" : " tall"));
@@ -413,6 +432,17 @@ TEST(PublishLabels, NameWhatIsOnShow) {
   }
 }
 
+// The box that the label of that text stands on.
+PageArea PlateOf(const Drawing& drawing, std::string_view name) {
+  const auto text = std::find_if(drawing.texts.begin(), drawing.texts.end(),
+                                 [=](const TextLine& each) { return each.text == name; });
+  for (const PageBox& box : drawing.boxes) {
+    const PageArea area{box.left, box.top, box.width, box.height};
+    if (Overlap(area, AreaOf(*text))) return area;
+  }
+  return {};
+}
+
 TEST(PublishLabels, StandBesideAreasThatTheyWouldHide) {
   View view(Sample(std::string(kRate) + "1&box=10&box=48&label=all"));  // Delaware, Texas
   const Drawing drawing = Compose(view);
@@ -427,6 +457,10 @@ TEST(PublishLabels, StandBesideAreasThatTheyWouldHide) {
   const double step = 1.0 / drawing.grid;
   const PageArea dot{from.x * step, from.y * step, 0.0, 0.0};
   EXPECT_TRUE(AreaBorders(drawing, delaware->rings).Holds(dot));
+  for (const TextLine& text : drawing.texts) {
+    const bool isOnPlate = Overlap(AreaOf(text), PlateOf(drawing, "Delaware"));
+    EXPECT_EQ(isOnPlate, text.text == "Delaware" || text.text == "8.2") << text.text;
+  }
   EXPECT_NE(view.notes.back().find(" of 51 labels found no place"), std::string::npos);
 }
 

@@ -178,6 +178,9 @@ TEST(File, WhatIsNoRegularFileIsRefusedAtOnce) {
     EXPECT_EQ(file.Open(path.c_str(), CFile::modeRead), 0);
     EXPECT_EQ(file.GetReason(), "Is no regular file");
   }
+  CFile folder;
+  EXPECT_EQ(folder.Open(dir.Path("").c_str(), CFile::modeRead), 0);
+  EXPECT_EQ(folder.GetReason(), "Is a directory");
 }
 
 TEST(File, TellsPositionLengthTimeAndWhatCouldNotBeRead) {
