@@ -1,6 +1,7 @@
 #include "kit/files/files.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vexel/platform/file.h>
 
@@ -9,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <limits>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -60,9 +60,16 @@ void ReadBlocks(int descriptor, const std::string& name, std::size_t most, Take 
   }
 }
 
-std::string ReadAll(int descriptor, const std::string& name,
-                    std::size_t most = std::numeric_limits<std::size_t>::max()) {
+// What a regular file promises to hold, so that its text need not grow; 0 for other files.
+std::size_t SizeOf(int descriptor) {
+  struct stat status {};
+  const bool isKnown = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  return isKnown ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+std::string ReadAll(int descriptor, const std::string& name, std::size_t most) {
   std::string text;
+  text.reserve(std::min(SizeOf(descriptor), most));
   ReadBlocks(descriptor, name, most, [&](std::string_view block) { text += block; });
   return text;
 }
@@ -186,10 +193,10 @@ StandardInputCopy::StandardInputCopy() {
 
 StandardInputCopy::~StandardInputCopy() { ::close(descriptor_); }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& path, std::size_t most) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Get() < 0) throw Failed(path, SystemReason());
-  return ReadAll(file.Get(), path);
+  return ReadAll(file.Get(), path, most);
 }
 
 std::string ReadSettings(const std::string& name) {

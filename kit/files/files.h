@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -86,8 +87,9 @@ class VEXEL_API StandardInputCopy {
   std::string path_;
 };
 
-// A whole file.
-VEXEL_API std::string ReadFile(const std::string& path);
+// A whole file; one with more than `most` bytes is refused.
+VEXEL_API std::string ReadFile(const std::string& path,
+                               std::size_t most = std::numeric_limits<std::size_t>::max());
 
 // A file of settings, or what standard input holds; one that has no end, or more than a million
 // bytes, is refused.
