@@ -1,7 +1,7 @@
 # libvexel-kit.so: what every host shares. Like the engine's, its objects are built once and go into
 # the shared library and straight into programs and tests.
 
-set(VEXEL_KIT_ROOMS request files classes palettes view publish report)
+set(VEXEL_KIT_ROOMS request files classes palettes view publish report tables)
 
 set(VEXEL_KIT_PUBLIC_HEADERS
   kit/classes/classes.h
@@ -30,6 +30,9 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/request/query.h
   kit/request/request.h
   kit/request/values.h
+  kit/tables/csv_text.h
+  kit/tables/encoding.h
+  kit/tables/table.h
   kit/view/listener.h
   kit/view/load.h
   kit/view/locate.h
