@@ -32,6 +32,7 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/request/values.h
   kit/tables/csv_text.h
   kit/tables/encoding.h
+  kit/tables/numbers.h
   kit/tables/table.h
   kit/view/listener.h
   kit/view/load.h
