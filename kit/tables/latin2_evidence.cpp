@@ -1,6 +1,5 @@
 #include "kit/tables/latin2_evidence.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -72,9 +71,12 @@ int WeightOfConsonant(Neighbours of) {
   return IsConsonant(of.before) || IsConsonant(of.after) ? -1 : 0;
 }
 
-// Above 0 for central Europe, below for the west. `hasLongA` is said of the whole text: Czech,
-// Slovak and Hungarian have the letter, most others with an o or u under a tilde or hat do not.
-int WeightOfLetter(Byte c, Neighbours of, bool hasLongA) {
+// An o or u with two acutes, or with a tilde or hat: nothing but a text that has the long a as
+// well, as Czech, Slovak and Hungarian do, tells which.
+constexpr bool NeedsLongA(Byte c) { return Lower(c) == 0xF5 || Lower(c) == 0xFB; }
+
+// Above 0 for central Europe, below for the west.
+int WeightOfLetter(Byte c, Neighbours of) {
   switch (Lower(c)) {
     case 0xE8:  // c with hook, e with grave
     case 0xF8:  // r with hook, o with stroke
@@ -94,11 +96,6 @@ int WeightOfLetter(Byte c, Neighbours of, bool hasLongA) {
       return IsVowel(of.after) ? -1 : of.before != 0 ? 1 : 0;
     case 0xF9:  // u with ring, u with grave
       return IsConsonant(of.after) ? 1 : 0;
-    case 0xF5:  // o with two acutes, o with tilde
-      if (of.after == 'e') return -1;
-      return hasLongA ? 1 : 0;
-    case 0xFB:  // u with two acutes, u with hat
-      return hasLongA ? 1 : 0;
     default:
       return 0;
   }
@@ -114,20 +111,25 @@ Byte Neighbour(std::string_view bytes, std::size_t at) {
 }  // namespace
 
 bool SpeaksForLatin2(std::string_view bytes) noexcept {
-  const auto isWestern = [](char c) {
-    return static_cast<Byte>(c) >= 0x80 && static_cast<Byte>(c) < 0xA0;
-  };
-  if (std::any_of(bytes.begin(), bytes.end(), isWestern)) return false;
-  const bool hasLongA = bytes.find_first_of("\xC1\xE1") != std::string_view::npos;
   std::int64_t weight = 0;
+  std::int64_t weightWithLongA = 0;
+  bool hasLongA = false;
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     const auto c = static_cast<Byte>(bytes[at]);
-    if (c < 0xA0) continue;
+    if (c < 0x80) continue;
+    if (c < 0xA0) return false;
+    hasLongA = hasLongA || Lower(c) == 0xE1;
     const Neighbours of{at == 0 ? Byte{0} : Neighbour(bytes, at - 1), Neighbour(bytes, at + 1)};
     const Place place = PlaceOf(c);
-    weight += place == Place::none ? WeightOfLetter(c, of, hasLongA) : WeightOfSign(place, of);
+    if (place != Place::none) {
+      weight += WeightOfSign(place, of);
+    } else if (NeedsLongA(c)) {
+      weightWithLongA += of.after == 'e' ? -1 : 1;
+    } else {
+      weight += WeightOfLetter(c, of);
+    }
   }
-  return weight > 0;
+  return weight + (hasLongA ? weightWithLongA : 0) > 0;
 }
 
 }  // namespace vexel
