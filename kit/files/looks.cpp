@@ -20,10 +20,11 @@ constexpr std::size_t kBeginning = 4096;
 constexpr std::string_view kAsMap = "give it to compile, or a data file that names it to render";
 constexpr std::string_view kAsData = "data files go to render";
 constexpr std::string_view kSaveAsUtf8 = "save it as UTF-8";
-constexpr std::string_view kFromTable =
-    "write it as a data file: a head of keywords, then a table with tabs";
-constexpr std::string_view kFromShapes =
-    "write its outlines as a text map; docs/formats.md tells how";
+constexpr std::string_view kFromTable = "vexel import --table makes a data file of it";
+constexpr std::string_view kFromSpreadsheet =
+    "save it as CSV, of which vexel import --table makes a data file";
+constexpr std::string_view kFromShapes = "vexel import makes a map of it";
+constexpr std::string_view kFromJson = "maps and data files are texts; docs/formats.md tells how";
 constexpr std::string_view kUnpack = "unpack it";
 constexpr std::string_view kNone = "maps and data files are texts";
 
@@ -36,8 +37,9 @@ struct Magic {
 constexpr std::array kMagic{
     Magic{"\xFF\xFE"sv, {FileKind::utf16, "a text in UTF-16", kSaveAsUtf8}},
     Magic{"\xFE\xFF"sv, {FileKind::utf16, "a text in UTF-16", kSaveAsUtf8}},
-    Magic{"PK\x03\x04"sv, {FileKind::spreadsheet, "a spreadsheet or another zip file", kFromTable}},
-    Magic{"\xD0\xCF\x11\xE0"sv, {FileKind::spreadsheet, "an old spreadsheet", kFromTable}},
+    Magic{"PK\x03\x04"sv,
+          {FileKind::spreadsheet, "a spreadsheet or another zip file", kFromSpreadsheet}},
+    Magic{"\xD0\xCF\x11\xE0"sv, {FileKind::spreadsheet, "an old spreadsheet", kFromSpreadsheet}},
     Magic{"\x00\x00\x27\x0A"sv, {FileKind::geodata, "a shapefile", kFromShapes}},
     Magic{"SQLite format 3\0"sv,
           {FileKind::geodata, "a GeoPackage or other database", kFromShapes}},
@@ -80,7 +82,7 @@ FileLooks LooksOfText(std::string_view text) {
     if (text.find("\"Topology\"") != std::string_view::npos) {
       return {FileKind::json, "TopoJSON", kFromShapes};
     }
-    return {FileKind::json, "JSON", kFromTable};
+    return {FileKind::json, "JSON", kFromJson};
   }
   if (text.front() == '<') return {FileKind::markup, "XML or a web page", kNone};
   const std::string_view line = FirstLine(text);

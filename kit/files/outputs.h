@@ -23,7 +23,7 @@ void CheckWhole(CFile& file, const std::string& name);
 void Finish(CFile& file, const std::string& name);
 
 // An output that is one text; none without a name.
-struct TextOutput {
+struct VEXEL_API TextOutput {
   std::string name;
   std::string text;
   CFile file{};

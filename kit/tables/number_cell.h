@@ -3,6 +3,8 @@
 #ifndef VEXEL_KIT_TABLES_NUMBER_CELL_H_
 #define VEXEL_KIT_TABLES_NUMBER_CELL_H_
 
+#include <vexel/platform/export.h>
+
 #include <optional>
 #include <span>
 #include <string>
@@ -21,7 +23,7 @@ struct BareNumber {
 };
 
 // Takes the sign, parentheses, currency and "%" off; each occurs once at most.
-BareNumber BareNumberOf(std::string_view cell);
+VEXEL_API BareNumber BareNumberOf(std::string_view cell);
 
 // A number in the normal form, "-1234.50".
 struct NormalNumber {
@@ -30,9 +32,9 @@ struct NormalNumber {
 };
 
 // Nothing when it is no number with that decimal mark.
-std::optional<NormalNumber> NormalNumberOf(const BareNumber& bare, DecimalMark decimal);
+VEXEL_API std::optional<NormalNumber> NormalNumberOf(const BareNumber& bare, DecimalMark decimal);
 
-bool IsMissing(std::string_view cell, std::span<const std::string> added);
+VEXEL_API bool IsMissing(std::string_view cell, std::span<const std::string> added);
 
 }  // namespace vexel
 
