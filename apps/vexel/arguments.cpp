@@ -74,9 +74,9 @@ void Arguments::Positional(const std::string& name, const std::string& help, std
 }
 
 void Arguments::Positionals(const std::string& name, const std::string& help,
-                            std::vector<std::string>& values) {
+                            std::vector<std::string>& values, bool needed) {
   parser_->app.add_option(name, values, help)->type_name("");
-  parser_->lists.emplace_back(name, &values);
+  if (needed) parser_->lists.emplace_back(name, &values);
 }
 
 void Arguments::Option(const std::string& names, const std::string& kind, const std::string& help,
@@ -89,6 +89,14 @@ void Arguments::Option(const std::string& names, const std::string& kind, const 
   parser_->app.add_option(names, Callback(names, reader), help)
       ->type_name(kind)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+      ->group(parser_->group);
+}
+
+void Arguments::Repeated(const std::string& names, const std::string& kind, const std::string& help,
+                         const Reader& reader) {
+  parser_->app.add_option(names, Callback(names, reader), help + " (may be repeated)")
+      ->type_name(kind)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->group(parser_->group);
 }
 

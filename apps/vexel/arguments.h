@@ -34,9 +34,9 @@ class Arguments {
   // An argument without a name of its own; all of them must be given, in this order.
   void Positional(const std::string& name, const std::string& help, std::string& value);
 
-  // One or more arguments without a name, the last ones.
+  // Arguments without a name, the last ones; at least one, unless none are `needed`.
   void Positionals(const std::string& name, const std::string& help,
-                   std::vector<std::string>& values);
+                   std::vector<std::string>& values, bool needed = true);
 
   // An option with a value, its names as in "-o,--output". `kind` says in the help text what the
   // value looks like.
@@ -44,6 +44,10 @@ class Arguments {
               std::string& value);
   void Option(const std::string& names, const std::string& kind, const std::string& help,
               const Reader& reader);
+
+  // The same where each of several counts.
+  void Repeated(const std::string& names, const std::string& kind, const std::string& help,
+                const Reader& reader);
   void Flag(const std::string& names, const std::string& help, bool& value);
 
   // DATA and an option for every parameter of a page, and --view, which reads a request from a file
