@@ -1,5 +1,5 @@
-# The command line: the programs `vexel` and `vexel-print`, on nothing of the libraries but what they
-# export.
+# The command line: the programs `vexel`, `vexel-print` and `vexel-import`, on nothing of the libraries
+# but what they export.
 
 file(GLOB host_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/apps/vexel/*.cpp")
 if(NOT host_sources)
@@ -8,15 +8,20 @@ endif()
 
 find_package(CLI11 2.1 REQUIRED)
 
-# What both programs have: the command that draws a page, and what it stands on.
-set(cli_sources arguments host memory other_program program render)
-list(TRANSFORM cli_sources PREPEND "${PROJECT_SOURCE_DIR}/apps/vexel/")
-list(TRANSFORM cli_sources APPEND ".cpp")
-list(REMOVE_ITEM host_sources ${cli_sources})
-add_library(vexel_cli OBJECT ${cli_sources})
-target_include_directories(vexel_cli PUBLIC
-  "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
-target_link_libraries(vexel_cli PRIVATE vexel_options CLI11::CLI11)
+# What several programs have, as objects: vexel_cli all of them, vexel_render those that draw a page.
+function(vexel_add_shared target)
+  list(TRANSFORM ARGN PREPEND "${PROJECT_SOURCE_DIR}/apps/vexel/")
+  list(TRANSFORM ARGN APPEND ".cpp")
+  set(host_sources "${host_sources}")
+  list(REMOVE_ITEM host_sources ${ARGN})
+  set(host_sources "${host_sources}" PARENT_SCOPE)
+  add_library(${target} OBJECT ${ARGN})
+  target_include_directories(${target} PUBLIC
+    "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
+  target_link_libraries(${target} PRIVATE vexel_options CLI11::CLI11)
+endfunction()
+vexel_add_shared(vexel_cli arguments host memory program)
+vexel_add_shared(vexel_render other_program render)
 
 find_library(VEXEL_GD_ARCHIVE NAMES libgd.a)
 mark_as_advanced(VEXEL_GD_ARCHIVE)
@@ -43,6 +48,24 @@ function(vexel_add_program target name)
 endfunction()
 
 vexel_add_program(vexel_host vexel ${host_sources})
+target_link_libraries(vexel_host PRIVATE vexel_render)
+
+# Files of areas are read by a library that brings a hundred others.
+pkg_check_modules(gdal QUIET IMPORTED_TARGET gdal>=3.6)
+if(gdal_FOUND)
+  file(GLOB import_sources CONFIGURE_DEPENDS
+    "${PROJECT_SOURCE_DIR}/apps/import/*.cpp" "${PROJECT_SOURCE_DIR}/apps/import/topology/*.cpp")
+  list(REMOVE_ITEM import_sources "${PROJECT_SOURCE_DIR}/apps/import/main.cpp")
+  add_library(vexel_import_objects OBJECT ${import_sources})
+  target_include_directories(vexel_import_objects PUBLIC
+    "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/import" "${PROJECT_SOURCE_DIR}/apps/vexel"
+    "${VEXEL_INCLUDE_DIR}")
+  target_link_libraries(vexel_import_objects PRIVATE vexel_options PUBLIC PkgConfig::gdal)
+  vexel_add_program(vexel_import vexel-import "${PROJECT_SOURCE_DIR}/apps/import/main.cpp")
+  target_link_libraries(vexel_import PRIVATE vexel_import_objects)
+else()
+  message(STATUS "GDAL is not installed: no vexel-import")
+endif()
 
 # PNG and PDF take libraries that `vexel` can do without, and that a machine need not have.
 pkg_check_modules(print_libraries QUIET IMPORTED_TARGET pangocairo>=1.50 cairo-pdf>=1.16 libpng>=1.6 zlib)
@@ -57,4 +80,4 @@ target_include_directories(vexel_print_objects PUBLIC
   "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/print" "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(vexel_print_objects PRIVATE vexel_options PUBLIC PkgConfig::print_libraries)
 vexel_add_program(vexel_print vexel-print "${PROJECT_SOURCE_DIR}/apps/print/main.cpp")
-target_link_libraries(vexel_print PRIVATE vexel_print_objects)
+target_link_libraries(vexel_print PRIVATE vexel_render vexel_print_objects)

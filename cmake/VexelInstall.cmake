@@ -15,10 +15,12 @@ if(TARGET vexel_host)
   install(TARGETS vexel_host)
   add_dependencies(vexel_installed vexel_host)
 endif()
-if(TARGET vexel_print)
-  install(TARGETS vexel_print)
-  add_dependencies(vexel_installed vexel_print)
-endif()
+foreach(program IN ITEMS vexel_print vexel_import)
+  if(TARGET ${program})
+    install(TARGETS ${program})
+    add_dependencies(vexel_installed ${program})
+  endif()
+endforeach()
 
 install(EXPORT vexel_targets
   FILE vexel-config.cmake

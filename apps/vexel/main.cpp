@@ -31,6 +31,7 @@ int Beside(int /*argc*/, const char* const* argv, CliHost& /*host*/) {
   return RunOtherProgram(kName, "this command is the program", argv);
 }
 
+constexpr char kImport[] = "vexel-import";
 constexpr char kPrint[] = "vexel-print";
 
 constexpr std::array kCommands{
@@ -41,6 +42,7 @@ constexpr std::array kCommands{
     Command{"decompile", "Write the text form of a compiled map", Decompile},
     Command{"convert", "Read a data file and write it again", Convert},
     Command{"check", "List what is doubtful in maps and data files", Check},
+    Command{"import", "Make maps and data files of geodata and tables", Beside<kImport>},
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
     Command{"print", "Draw a page for publication, as PNG or PDF", Beside<kPrint>},
