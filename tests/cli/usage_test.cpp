@@ -71,7 +71,7 @@ TEST_F(Cli, SaysWhyItRefusesAndLeavesNothing) {
       {"render book.mdf", 1, "book.mdf|spreadsheet"},
       {"render long.mdf", 1, "long.mdf|line 13"},
       {"render folder", 1, "folder|is a folder"},
-      {"render land.mdf --map torn.mpc", 1, "torn.mpc|early"},
+      {"render land.mdf --map torn.mpc", 1, "torn.mpc|the compiled file ends early"},
       {"render land.mdf -o nowhere/page.gif", 1, "nowhere/page.gif"},
       {"locate land.mdf", 2, "missing"},
       {"locate land.mdf 5,y", 2, "400,300"},

@@ -14,6 +14,7 @@ class ProbeData : public CVELAData {
   using CVELAData::areas;
   using CVELAData::error;
   using CVELAData::mapIsText;
+  using CVELAData::numDataLevels;
   using CVELAData::oldVersion;
   using CVELAData::varDecs;
   using CVELAData::varNames;

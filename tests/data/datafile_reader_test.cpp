@@ -47,11 +47,21 @@ TEST_F(DataTest, RefusalsEndTheLoadWithTheirMessage) {
            Case{noMap + "[Other]|Name=x|[Data]|more",
                 "0 Invalid section heading at line 3:\n[Other]\n"
                 "0 Not a valid Atlas Desk data file\n"},
+           Case{noMap + "Variables=1|[Data]", "0 Missing AreaLevels statement\n"},
+           Case{noMap + "AreaLevels=7|[Data]", "0 Missing Variables statement\n"},
+           Case{noMap + "MapFile=", "0 No Map File specified in Ortex Map Data File\n"},
+           Case{noMap + "MapFile=none", "0 Can't find Ortex Map File:  none\n"},
+           Case{kHead + "[Data]|State", "0 Not enough area level names at line 11\n"},
+           Case{kHead + "[Data]|State;County;Area Name;Births",
+                "0 Not enough variable names at line 11\n"},
+           Case{kHead + kHeader + "12;3;~;1;2;3", "0 Too many data values at line 12\n"},
+           Case{kHead + kHeader + "12;3;~;1", "0 Not enough data values at line 12\n"},
            Case{kHead + "[Data]", ""},
            Case{kHead + kHeader + "12;3;~;1;2|12", "0 Area Level value missing at line 13\n", 1},
        }) {
+    CVELAMap fresh;
     ProbeData own;
-    own.map = &map;
+    own.map = &fresh;
     dir.Write("own.mdf", Table(c.text));
     EXPECT_EQ(own.Build(Path("own.mdf"), 1, 0), 0);
     EXPECT_EQ(TakeBoxes(), c.boxes);
@@ -61,7 +71,9 @@ TEST_F(DataTest, RefusalsEndTheLoadWithTheirMessage) {
 
 TEST_F(DataTest, WordsThatMeanNothingLeaveTheUsualSeparators) {
   EXPECT_EQ(Load("[MapDataFile]|Thousands=Point|Decimal=Space|Colour=red|MapLabel=~"), 1);
-  EXPECT_EQ(host.boxes.size(), 3U);
+  EXPECT_EQ(TakeBoxes(),
+            "0 Invalid Thousands parameter\n0 Invalid Decimal parameter\n"
+            "0 Unrecognized command at line 4:\nColour\n");
   EXPECT_EQ(data.GetThousand(), ',');
   EXPECT_EQ(data.GetDecimal(), '.');
   EXPECT_EQ(data.oldVersion, 0);
@@ -109,6 +121,9 @@ TEST_F(DataTest, AHostMayReadAHeadFromAFileThatItHasOpened) {
   EXPECT_TRUE(file.NextLine(line) && file.NextLine(line));
   EXPECT_EQ(map.Build(Path("m.map"), 0, 0), 1);
   EXPECT_EQ(data.Build(file, 0, 0), 1);
+  data.numDataLevels = 8;
+  EXPECT_THROW(data.BuildData(file, 0), CInvalidArgException);
+  data.numDataLevels = 2;
   EXPECT_EQ(data.GetNumAreas(), 1);
   EXPECT_EQ(NameOf(Key({12, 3})), "Upper");
 }

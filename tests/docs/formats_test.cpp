@@ -7,13 +7,18 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <set>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "data/datafile_reader.h"
 #include "data/dataset.h"
 #include "map/map.h"
+#include "map/text_reader.h"
+#include "messages/messages.h"
 #include "messages/remarks.h"
 #include "support/files.h"
 #include "support/recording_host.h"
@@ -99,6 +104,37 @@ TEST(Formats, ExamplesLoadAndSayWhatStandsBehindThem) {
     EXPECT_TRUE(host.boxes.empty()) << host.boxes.front().text;
     EXPECT_EQ(Joined(host.sentences, dir.Path("")), example.remarks);
   }
+}
+
+void ExpectAllWords(std::span<const std::string_view> known, std::string_view section,
+                    std::string_view kind) {
+  const std::vector<std::string> told = FirstCells(section);
+  EXPECT_EQ(std::set<std::string>(told.begin(), told.end()),
+            std::set<std::string>(known.begin(), known.end()));
+  std::string shown;
+  for (const Example& example : Examples())
+    if (example.kind == kind) shown.append("\n").append(example.text);
+  for (const std::string_view word : known) {
+    const std::string end = word.starts_with('[') ? "\n" : "=";
+    EXPECT_NE(shown.find('\n' + std::string(word) + end), std::string::npos) << word;
+  }
+}
+
+TEST(Formats, TablesHaveEachWordAndAnExampleShowsIt) {
+  ExpectAllWords(MapWords(), "Text map (`.map`)", "map");
+  ExpectAllWords(DataFileWords(), "Data file (`.mdf`)", "mdf");
+}
+
+// The first line of each, without the values in it.
+TEST(Formats, TableOfMessagesHasOnlyTextsOfTheEngine) {
+  std::set<std::string> texts;
+  for (int number = 16000; number < 16200; ++number) {
+    const std::string_view text = MessageText(static_cast<Message>(number));
+    texts.emplace(text.substr(0, text.find('\n')));
+  }
+  const std::vector<std::string> told = FirstCells("Messages");
+  EXPECT_GT(told.size(), 20U);
+  for (const std::string& text : told) EXPECT_TRUE(texts.contains(text)) << text;
 }
 
 TEST(Formats, TableOfRemarksHasEachKindInOrder) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "messages/remarks.h"
@@ -14,6 +16,22 @@ TEST(Messages, FillInOrder) {
             "50%d parameter must not be the same as %s parameter");
   EXPECT_EQ(FormatMessage(Message::badCoordinates, 12), "Bad coordinates at line 12");
   EXPECT_EQ(FormatMessage(Message::badCoordinates, 12, "more"), "Bad coordinates at line 12");
+}
+
+// What users read, and what scripts of theirs may look for.
+TEST(Remarks, HaveTheirSentencesInOrder) {
+  std::string sentences;
+  for (const RemarkEntry& entry : AllRemarks()) {
+    sentences += RemarkSentence({.kind = entry.kind,
+                                 .found = "FOUND",
+                                 .taken = "TAKEN",
+                                 .expected = 3,
+                                 .counted = 2,
+                                 .reason = "REASON"}) +
+                 '\n';
+  }
+  std::ifstream listed(VEXEL_TESTS_DIR "/messages/remarks.txt");
+  EXPECT_EQ(sentences, std::string(std::istreambuf_iterator<char>(listed), {}));
 }
 
 TEST(Remarks, BecomeLinesWithWhatIsKnown) {
