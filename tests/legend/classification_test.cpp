@@ -198,6 +198,64 @@ TEST(Classification, RefusesWhatHasNoMeaning) {
   refuses(3, 4);
   page.data.SetVar1Selected(2);
   refuses(3);
+  for (const auto& [palette, groups] : {std::pair{-1, 3}, {kNumFixedPalettes, 3}, {0, 0}, {0, 8}}) {
+    EXPECT_THROW(PaletteColors(palette, groups), CInvalidArgException) << palette << groups;
+  }
+  for (const int slot : {-1, 8}) EXPECT_THROW(page.legend.GetRow(slot), CInvalidArgException);
+}
+
+TEST(Classification, AnUnknownPaletteKeepsTheColoursAndAnUnknownTypeTheBounds) {
+  Page page({1, 2, 3});
+  page.Update();
+  for (const int unknown : {-1, 7}) {
+    page.legend.palette = page.legend.intervalType = unknown;
+    page.Group(1).lower = 3;
+    page.Group(7).color = 0x123456;
+    page.Update();
+    EXPECT_EQ(page.Groups(), "1..1:2 3..2:0 3..3:1");
+    EXPECT_EQ(page.Group(7).color, 0x123456U);
+    EXPECT_EQ(page.ColorOf(1), 0xC0C0FFU);  // the first group has taken it
+  }
+}
+
+TEST(Legend, CopiesTheHostsPart) {
+  CLegend other;
+  std::strcpy(other.titleFont.lfFaceName, "Courier");
+  std::strcpy(other.textFont.lfFaceName, "Courier");
+  other.title = "Rate";
+  other.palette = CLegend::Palette::grey;
+  other.intervalType = CLegend::hostBounds;
+  other.hostFlag = other.drawFrame = other.useGroupNames = other.reverseColors = 7;
+  other.numGroups = 6;
+  other.groups[2].count = 9;
+  other.numMissing = other.customSaved = 1;
+  other.noDataText = "none";
+  CLegend legend;
+  EXPECT_EQ(legend.groups[6].groupName, "Group 7");
+  EXPECT_EQ(legend.values.GetSize(), 1000);
+  legend = other;
+  EXPECT_EQ(legend.title, "Rate");
+  EXPECT_STREQ(legend.titleFont.lfFaceName, "Courier");
+  EXPECT_STREQ(legend.textFont.lfFaceName, "Courier");
+  EXPECT_EQ(legend.palette, CLegend::Palette::grey);
+  EXPECT_EQ(legend.intervalType, CLegend::hostBounds);
+  EXPECT_EQ(legend.hostFlag + legend.drawFrame + legend.useGroupNames + legend.reverseColors, 28);
+  EXPECT_EQ(legend.numGroups, 6);
+  EXPECT_EQ(legend.groups[2].count, 9);
+  EXPECT_EQ(legend.numMissing + legend.customSaved, 0);
+  EXPECT_EQ(legend.noDataText, "No data");
+}
+
+// A host hands these bytes to its platform.
+TEST(Legend, CarriesFontsAsThePlatformsRecord) {
+  unsigned char expected[60] = {0xF3, 0xFF, 0xFF, 0xFF};  // -13, the low byte first
+  expected[16] = 0x90;                                    // 400
+  expected[17] = 0x01;
+  expected[27] = 34;
+  std::strcpy(reinterpret_cast<char*>(expected) + 28, "Arial");
+  const CLegend legend;
+  EXPECT_EQ(std::memcmp(&legend.titleFont, expected, sizeof(expected)), 0);
+  EXPECT_EQ(std::memcmp(&legend.textFont, expected, sizeof(expected)), 0);
 }
 
 }  // namespace

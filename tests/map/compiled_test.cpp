@@ -72,15 +72,15 @@ class CompiledMap : public vexel::test::MapTest {
     return dir.Read("s.mpc");
   }
 
-  // Loads what may be damaged and tells how it ended: "map", "refused", or the cause of the
-  // exception. What stands then can be walked, marked, zoomed, saved and deleted.
+  // Loads what may be damaged and tells how it ended: "map", "refused", or what the
+  // exception says. What stands then can be walked, marked, zoomed, saved and deleted.
   std::string Outcome(std::string_view bytes, int loadFloats = 1) {
     ProbeMap map;
     std::string outcome;
     try {
       outcome = LoadBytes(map, bytes, loadFloats) != 0 ? "map" : "refused";
     } catch (const CArchiveException& ended) {
-      outcome = ended.cause == CArchiveException::endOfFile ? "early end" : "damage";
+      outcome = ended.cause == CArchiveException::endOfFile ? "early end" : ended.what();
     }
     EXPECT_EQ(TakeBoxes().starts_with("0 'MapFile' parameter points"), outcome == "refused");
     map.InitParents(nullptr);
@@ -177,18 +177,42 @@ TEST_F(CompiledMap, TagsMatchInAnyLetterCaseAndTheOldOneUnsetsZeroCodes) {
   }
 }
 
+TEST_F(CompiledMap, CountsBelowZeroMeanNone) {
+  Bytes bytes;
+  bytes.Head(kTag).Node("M", 1, 1, 0, 0, 0, 0, 0.0F).Put(-3, 1, -1);
+  bytes.Node("M", 1, 1, 0.0F, 0.0F, 0.0F, 0.0F).Put(-7, 1, -2);
+  ProbeMap map;
+  ASSERT_EQ(LoadBytes(map, bytes.all), 1);
+  EXPECT_EQ(Describe(map, true), "M(1) 0 0 in 0 0 0 0 hole\n");
+}
+
+TEST_F(CompiledMap, AFreshNodeTakesTheFloatHalfAlone) {
+  const CVELAString path = Put("half", Bytes().FloatHalf().all);
+  CFile file;
+  ASSERT_NE(file.Open(path.GetString(), CFile::modeRead), 0);
+  CArchive ar(&file, CArchive::load);
+  CMapOb node;
+  node.Serialize(ar, 1, true);
+  node.InitLevels(0);
+  EXPECT_EQ(Describe(node, true),
+            "M() 0 0 in 0 0 0 0\n"
+            "A(7) 1 0 in 0 0 0 0 of 2 4 1 3 ring 1.5/-2.5 1.5/-2.5 hole\n"
+            "B() 1 0 in 0 0 0 0 of 0 0 0 0\n");
+}
+
 TEST_F(CompiledMap, HalvesOfDifferentShapeAreRefused) {
+  const char* damage = "the two halves of the compiled file do not fit each other";
   const auto half = [](int polygons, int points, int children) {
     const std::string more(200, '\0');
     return Bytes().Head(kTag).IntegerHalf().FloatHalf(polygons, points, children).Raw(more).all;
   };
   EXPECT_EQ(Outcome(half(2, 2, 2)), "map");
-  EXPECT_EQ(Outcome(half(1, 2, 2)), "damage");
-  EXPECT_EQ(Outcome(half(3, 2, 2)), "damage");
-  EXPECT_EQ(Outcome(half(2, 1, 2)), "damage");
-  EXPECT_EQ(Outcome(half(2, 3, 2)), "damage");
-  EXPECT_EQ(Outcome(half(2, 2, 1)), "damage");
-  EXPECT_EQ(Outcome(half(2, 2, 3)), "damage");
+  EXPECT_EQ(Outcome(half(1, 2, 2)), damage);
+  EXPECT_EQ(Outcome(half(3, 2, 2)), damage);
+  EXPECT_EQ(Outcome(half(2, 1, 2)), damage);
+  EXPECT_EQ(Outcome(half(2, 3, 2)), damage);
+  EXPECT_EQ(Outcome(half(2, 2, 1)), damage);
+  EXPECT_EQ(Outcome(half(2, 2, 3)), damage);
 }
 
 TEST_F(CompiledMap, NestingIsReadAsDeepAsTextIs) {
@@ -198,9 +222,10 @@ TEST_F(CompiledMap, NestingIsReadAsDeepAsTextIs) {
     for (int i = 0; i <= groups; ++i) bytes.Node("n", i, 0, 0, 0, 0, 0, 0.0F).Put(1);
     return bytes.Node("leaf", 0, 0, 0, 0, 0, 0, 0.0F).Put(0).all;
   };
+  const char* damage = "the areas are nested too deeply";
   EXPECT_EQ(Outcome(nested(64), 0), "map");
-  EXPECT_EQ(Outcome(nested(65), 0), "damage");
-  EXPECT_EQ(Outcome(nested(20000), 0), "damage");
+  EXPECT_EQ(Outcome(nested(65), 0), damage);
+  EXPECT_EQ(Outcome(nested(20000), 0), damage);
 }
 
 TEST_F(CompiledMap, CutAnywhereItEndsInTheDocumentedWay) {

@@ -110,6 +110,19 @@ TEST_F(Projection, FramesMapToKnownUnits) {
   }
 }
 
+TEST_F(Projection, DegreesBoundANodeByItsPoints) {
+  Add({{-125, 49}, {-125, 24}, {-95, 24}});
+  for (const int node : {1, 2}) {
+    map.AddChild(new CMapOb);
+    map.GetChild(node)->SetBoundRect({1, 2, 3, 4});
+  }
+  map.GetChild(2)->AddPoly(new CPolygon);
+  Normalize(true, {-125, 49, -66, 24});
+  EXPECT_EQ(ToText(map.GetChild(0)->GetBoundRect()), "0 0 16275 -16439");
+  EXPECT_EQ(ToText(map.GetChild(1)->GetBoundRect()), "1 2 3 4");
+  EXPECT_EQ(ToText(map.GetChild(2)->GetBoundRect()), "99999 -99999 -99999 99999");
+}
+
 TEST_F(Projection, TheOperationForOnePointRoundsEachStep) {
   float x = -77.95F;  // a point at which leaving out any of the roundings shows
   float y = 34.36F;

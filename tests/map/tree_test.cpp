@@ -6,6 +6,34 @@ namespace {
 using vexel::test::Key;
 using vexel::test::Shape;
 
+class CountedNode : public CMapOb {
+ public:
+  explicit CountedNode(int& alive) : alive_(alive) { ++alive_; }
+  ~CountedNode() override { --alive_; }
+
+ private:
+  int& alive_;
+};
+
+// Inserting behind the end leaves entries that nobody may ever fill.
+TEST(Node, OwnsItsSubtree) {
+  int alive = 0;
+  {
+    CMapOb root("R", {});
+    root.AddChild(new CountedNode(alive));
+    root.GetChild(0)->AddChild(new CountedNode(alive));
+    EXPECT_EQ(root.GetChild(0)->GetParent(), nullptr);  // until it is told
+    root.InsertChildAt(new CountedNode(alive), 3);
+    EXPECT_EQ(root.GetChild(2), nullptr);
+    EXPECT_THROW(root.InsertChildAt(nullptr, -1), CInvalidArgException);
+    EXPECT_EQ(alive, 3);
+    root.RemoveAllChildren();
+    EXPECT_EQ(alive, 0);
+    root.InsertChildAt(new CountedNode(alive), 2);
+  }
+  EXPECT_EQ(alive, 0);
+}
+
 TEST(InsertArea, MakesMissingAncestorsNamedAfterTheirKeys) {
   CMapOb root("R", {});
   const CMapOb* node = root.InsertArea("leaf", Key({3, 7, 2}));

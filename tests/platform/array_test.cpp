@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <memory>
 #include <string>
@@ -38,6 +40,37 @@ TEST(GrowArray, CapacityFollowsTheGrowBy) {
   EXPECT_EQ(large.GetCapacity(), 30000);
   large.SetSize(0);
   EXPECT_EQ(large.GetCapacity(), 0);
+}
+
+TEST(GrowArray, ExtendingEndsAsAddingOneByOneDoes) {
+  for (const auto& [growBy, before, more] : {std::array{25, 24, 27}, {0, 26, 1000}}) {
+    GrowArray<int> extended(growBy);
+    GrowArray<int> added(growBy);
+    for (int i = 0; i < before; ++i) extended.Add(7);
+    std::fill_n(extended.Extend(more), more, 7);
+    for (int i = 0; i < before + more; ++i) added.Add(7);
+    EXPECT_EQ(extended.GetCapacity(), added.GetCapacity());
+    EXPECT_TRUE(std::ranges::equal(extended, added));
+  }
+}
+
+TEST(GrowArray, WhatIsTakenOutIsDestroyed) {
+  const auto counted = std::make_shared<int>(0);
+  GrowArray<std::shared_ptr<int>> array(25);
+  for (int i = 0; i < 10; ++i) array.Add(counted);
+  array.RemoveAt(3);
+  array.RemoveAt(8);
+  EXPECT_EQ(counted.use_count(), 9);
+  array.SetSize(4);
+  EXPECT_EQ(counted.use_count(), 5);
+  GrowArray<std::shared_ptr<int>> other;
+  other.Add(counted);
+  other = std::move(array);
+  EXPECT_EQ(counted.use_count(), 5);
+  other.RemoveAll();
+  other.Add(nullptr);
+  EXPECT_EQ(counted.use_count(), 1);
+  EXPECT_EQ(other.GetCapacity(), 25);  // the grow-by has come along
 }
 
 TEST(GrowArray, ElementsThatOwnSurviveEveryMove) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <thread>
 
 #include "platform/profile.h"
@@ -22,6 +23,17 @@ TEST(Host, IsEachThreadsOwn) {
   ASSERT_EQ(host.boxes.size(), 1U);
   EXPECT_EQ(host.boxes[0].text, "here");
   EXPECT_EQ(host.boxes[0].flags, 0x30U);
+}
+
+TEST(Host, GetsItsCursorBackFromAnOperationThatFails) {
+  RecordingHost host;
+  try {
+    const WaitCursor cursor;
+    EXPECT_EQ(host.waitCursors, 1);
+    throw std::runtime_error("on the way");
+  } catch (const std::runtime_error&) {
+    EXPECT_EQ(host.waitCursors, 0);
+  }
 }
 
 TEST(Profile, GivesSeparatorsOfOneByte) {

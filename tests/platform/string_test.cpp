@@ -86,5 +86,14 @@ TEST(String, TrimsAndPrintsInPlace) {
   EXPECT_EQ(text.GetLength(), 7);
 }
 
+TEST(String, WithAZeroInItIsAddedAndComparedWhole) {
+  using namespace std::string_view_literals;
+  const CString text("a\0b"sv);
+  EXPECT_EQ((text + "x" + 'y' + text).View(), "a\0bxya\0b"sv);
+  EXPECT_NE(text, "a");
+  EXPECT_GT(text, CString("a"));
+  EXPECT_LT("z", CString("\u00E9"));
+}
+
 }  // namespace
 }  // namespace vexel::test

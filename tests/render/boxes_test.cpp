@@ -66,6 +66,18 @@ TEST_F(BoxesTest, TheLegendHasFrameHeadingAndRows) {
   }
 }
 
+TEST_F(BoxesTest, AHeadingWiderThanTheBoxStartsAtItsEdge) {
+  scene.legend.numGroups = 0;
+  scene.legend.title = "A heading that is wider than the box";
+  scene.legend.drawFrame = 0;
+  const auto page = scene.MakePage(500, 400);
+  page->DrawLegend();
+  const Picture expected(500, 400);
+  const CRect& box = page->legendRect;
+  Write(expected, gdFontGetSmall(), box.left, box.top + 5, "A heading that is wider than the box");
+  EXPECT_EQ(Difference(*page->image, *expected), "");
+}
+
 struct ValueBoxCase {
   const char* name;
   CRect bound;
@@ -103,6 +115,23 @@ INSTANTIATE_TEST_SUITE_P(
                     ValueBoxCase{"bottomRight", {31000, -30000, 33000, -31000}, 535, 559},
                     ValueBoxCase{"topLeftIsLeftAlone", {-1655, 9104, -1655, 9104}, -19, -10}),
     [](const auto& place) { return std::string(place.param.name); });
+
+TEST_F(BoxesTest, OnATurnedMapTheValueBoxStandsOverTheTurnedPoints) {
+  scene.map.AddPoly(new CPolygon);
+  TurnNode(scene.map, 30);
+  CMapOb& area = AddArea(scene.map, "Abcdef", 1, {{9000, -4000}}, 0);
+  const auto page = scene.MakePage(600, 600);
+  page->extent = {0, -16000, 32000, 16000};
+  CPolygon turned;
+  CMapGif::RotatePolygon(area.GetPoly(0), &turned, scene.map.GetAngle());
+  page->SetPolygon(&turned);
+  const CPoint corner = page->points[0];
+  page->DrawValueBox(&area);
+  const auto& pixels = page->image->pixels;
+  EXPECT_EQ(pixels[corner.y][corner.x], 1);
+  EXPECT_EQ(pixels[corner.y + 39][corner.x + 63], 1);
+  EXPECT_EQ(pixels[corner.y - 1][corner.x] + pixels[corner.y][corner.x - 1], 0);
+}
 
 }  // namespace
 }  // namespace vexel::test

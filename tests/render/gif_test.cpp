@@ -97,5 +97,22 @@ TEST(PolygonAtWorkTest, IsScaledFilledAndOutlined) {
   EXPECT_EQ(Difference(*gif.image, *expected), "");
 }
 
+// A derived class may write the first 64000 itself.
+TEST(PolygonAtWorkTest, HasNoLimitOfVertices) {
+  ProbeGif gif({0, 0, 500, -500}, "");
+  EXPECT_EQ(gif.points.size(), 64000U);
+  CPolygon comb;
+  for (int i = 0; i < 70000; ++i) comb.AddPoint(i / 140, i % 2 == 0 ? -100 : -400);
+  gif.SetPolygon(&comb);
+  EXPECT_EQ(gif.points[69999], (CPoint{499, 400}));
+  gif.DrawPolygon();
+  EXPECT_EQ(gif.GetPixel(499, 400), 1);
+  for (const CPoint& beside : {CPoint{-1, 0}, CPoint{0, -1}, CPoint{500, 0}, CPoint{0, 500}}) {
+    EXPECT_EQ(gif.GetPixel(beside.x, beside.y), -1);
+  }
+  EXPECT_THROW(gif.SetPolygon(std::make_unique<CPolygon>().get()), CInvalidArgException);
+  EXPECT_EQ(gif.numPoints, 0);
+}
+
 }  // namespace
 }  // namespace vexel::test
