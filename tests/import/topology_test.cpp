@@ -339,6 +339,12 @@ TEST(Simplify, KeepsTheBordersOfACoverage) {
       for (std::size_t i = 0; i < before.shapes.size(); ++i) {
         ExpectRings(before.shapes[i], after.shapes[i], tolerance);
       }
+      for (std::size_t whole = 0; whole < after.children.size(); ++whole) {
+        const std::optional<Shape> joined = Dissolve(after.ChildrenOf(whole));
+        ASSERT_TRUE(joined) << whole;
+        EXPECT_EQ(joined->size(), after.shapes[whole].size()) << whole;
+        EXPECT_TRUE(EdgesOf({&*joined}) == EdgesOf({&after.shapes[whole]})) << whole;
+      }
       ExpectSame(after.shapes, SimplifiedStirred(before.shapes, tolerance, after.random));
     }
   }
@@ -392,6 +398,30 @@ std::string Told(const std::optional<Shape>& shape) {
             std::to_string(AreaOf(ring) / 2);
   }
   return text;
+}
+
+TEST(Simplify, JumpsOverNothing) {
+  const Ring bay{{{0, 0}, {300, 0}, {300, 200}, {160, 200}, {150, 160}, {140, 200}, {0, 200}}};
+  Ring cape = bay;
+  cape.vertices[4] = {150, 240};
+  const auto islet = [](float y, bool isHole = false) {
+    return Ring{{{148, y}, {152, y}, {150, y + 4}}, isHole};
+  };
+  const struct {
+    const char* what;
+    std::vector<Shape> shapes;
+    const char* told;
+  } cases[] = {
+      {"nothing in a bay", {{bay}}, "4:60000"},
+      {"island before the bay", {{bay}, {islet(210)}}, "4:60000 3:8"},
+      {"island in the bay", {{bay}, {islet(180)}}, "5:54000 3:8"},
+      {"lake on a cape", {{cape, islet(220, true)}}, "5:66000 3:-8"},
+      {"enclave on the cape", {{cape, islet(220, true)}, {islet(220)}}, "5:66000"},
+  };
+  for (auto [what, shapes, told] : cases) {
+    Simplify(shapes, 60);
+    EXPECT_EQ(Told(Dissolve(PointersTo(shapes))), told) << what;
+  }
 }
 
 std::vector<Shape> UnitBoxes(const std::vector<Vertex>& corners) {

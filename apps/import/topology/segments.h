@@ -51,6 +51,22 @@ class SegmentGrid {
     return true;
   }
 
+  // Calls visit(i) for each segment in a cell that the box between two corners reaches into,
+  // perhaps several times, until one call gives false.
+  template <typename Visit>
+  void EachNear(Vertex low, Vertex high, Visit visit) const {
+    const std::size_t lastColumn = ColumnOf(high.x);
+    const std::size_t lastRow = RowOf(high.y);
+    for (std::size_t row = RowOf(low.y); row <= lastRow; ++row) {
+      for (std::size_t column = ColumnOf(low.x); column <= lastColumn; ++column) {
+        const std::size_t cell = row * columns_ + column;
+        for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i) {
+          if (!visit(std::size_t{entries_[i]})) return;
+        }
+      }
+    }
+  }
+
   // Calls pass(i, direction) once for each segment that a ray from (x, y) to the west passes.
   template <typename Pass>
   void EachWestOf(double x, double y, Pass pass) const {

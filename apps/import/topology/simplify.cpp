@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -118,6 +119,40 @@ struct Piece {
   bool IsShortcut() const { return to - from > 1; }
 };
 
+// What lies between a shortcut and the vertices that it replaces.
+class Skipped {
+ public:
+  Skipped(const Line& line, const Piece& piece) : low_(line[piece.from]), high_(low_) {
+    segments_.push_back({line[piece.to], line[piece.from]});
+    for (std::size_t i = piece.from + 1; i <= piece.to; ++i) {
+      segments_.push_back({line[i - 1], line[i]});
+      low_ = {std::min(low_.x, line[i].x), std::min(low_.y, line[i].y)};
+      high_ = {std::max(high_.x, line[i].x), std::max(high_.y, line[i].y)};
+    }
+  }
+
+  Vertex low() const { return low_; }
+  Vertex high() const { return high_; }
+
+  // The line winds, and may run across its shortcut: what counts is how often it goes around.
+  bool Holds(Vertex vertex) {
+    if (vertex.x < low_.x || vertex.x > high_.x || vertex.y < low_.y || vertex.y > high_.y) {
+      return false;
+    }
+    if (vertex == segments_[0].from || vertex == segments_[0].to) return false;
+    if (!grid_) grid_.emplace(segments_);
+    int turns = 0;
+    grid_->EachWestOf(vertex.x, vertex.y, [&](std::size_t, int up) { turns += up; });
+    return turns != 0;
+  }
+
+ private:
+  std::vector<Segment> segments_;
+  std::optional<SegmentGrid> grid_;  // only where there is something to look for
+  Vertex low_;
+  Vertex high_;
+};
+
 // After so many rounds of single vertices, all that are left come back.
 constexpr int kPatience = 24;
 
@@ -192,18 +227,31 @@ class Simplifier {
     if (best.second != kNone) back.push_back(best);
   }
 
-  // Gives vertices back to shortcuts that collide with another piece: how many there were. Only
-  // what has changed since the last time is looked at.
+  // Gives vertices back to shortcuts that do not fit in: how many there were. Only what has changed
+  // since the last time is looked at.
   std::size_t PartPieces(bool entirely) {
     std::vector<Piece> pieces;
-    std::vector<Segment> segments;
     for (std::size_t line = 0; line < lines_.size(); ++line) {
       lines_[line].EachPiece([&](std::size_t from, std::size_t to) {
         pieces.push_back({line, from, to});
-        segments.push_back({lines_[line][from], lines_[line][to]});
       });
     }
     std::vector<bool> bad(pieces.size());
+    MarkColliding(pieces, bad);
+    MarkJumping(pieces, bad);
+    std::fill(fresh_.begin(), fresh_.end(), false);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+      if (bad[i]) Return(pieces[i], entirely);
+    }
+    return static_cast<std::size_t>(std::count(bad.begin(), bad.end(), true));
+  }
+
+  void MarkColliding(const std::vector<Piece>& pieces, std::vector<bool>& bad) const {
+    std::vector<Segment> segments;
+    segments.reserve(pieces.size());
+    for (const auto& [line, from, to] : pieces) {
+      segments.push_back({lines_[line][from], lines_[line][to]});
+    }
     SegmentGrid(segments).EachNearPair([&](std::size_t a, std::size_t b) {
       if (!fresh_[pieces[a].line] && !fresh_[pieces[b].line]) return true;
       if (!pieces[a].IsShortcut() && !pieces[b].IsShortcut()) return true;
@@ -212,11 +260,29 @@ class Simplifier {
       if (pieces[b].IsShortcut()) bad[b] = true;
       return true;
     });
-    std::fill(fresh_.begin(), fresh_.end(), false);
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-      if (bad[i]) Return(pieces[i], entirely);
+  }
+
+  // Where a shortcut passes over a vertex that stays, what hangs on that changes sides, though
+  // nothing may cross: an island comes to lie in its neighbour.
+  void MarkJumping(const std::vector<Piece>& pieces, std::vector<bool>& bad) const {
+    std::vector<Segment> staying;  // without length
+    std::vector<std::size_t> lineOf;
+    for (const auto& [line, from, to] : pieces) {
+      for (const std::size_t end : {from, to}) {
+        staying.push_back({lines_[line][end], lines_[line][end]});
+        lineOf.push_back(line);
+      }
     }
-    return static_cast<std::size_t>(std::count(bad.begin(), bad.end(), true));
+    const SegmentGrid grid(staying);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+      if (bad[i] || !pieces[i].IsShortcut()) continue;
+      Skipped skipped(lines_[pieces[i].line], pieces[i]);
+      grid.EachNear(skipped.low(), skipped.high(), [&](std::size_t vertex) {
+        if (!fresh_[pieces[i].line] && !fresh_[lineOf[vertex]]) return true;
+        if (skipped.Holds(staying[vertex].from)) bad[i] = true;
+        return !bad[i];
+      });
+    }
   }
 
   void Return(const Piece& piece, bool entirely) {
