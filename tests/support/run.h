@@ -93,6 +93,7 @@ class Terminal {
 [[noreturn]] inline void BecomeProgram(const std::vector<char*>& argv, const RunOptions& options) {
   constexpr unsigned kSecondsToHang = 120;
   ::alarm(kSecondsToHang);
+  std::signal(SIGINT, SIG_DFL);  // a shell's job in the background has it ignored
   ::setenv("LC_ALL", "C", 1);
   for (const std::string& variable : options.environment) {
     ::putenv(const_cast<char*>(variable.c_str()));
