@@ -99,7 +99,22 @@ TEST_F(ViewTest, FindsBoundsInEveryWay) {
     EXPECT_EQ(LowersOf(view), each.lowers) << each.query;
     EXPECT_NE(Told(view).find(each.told), std::string::npos) << each.query << ": " << Told(view);
     EXPECT_EQ(Told(view).empty(), *each.told == '\0') << each.query << ": " << Told(view);
+    for (const CMapOb* area : view.areas) {
+      const auto value = ValueOf(view, *area);
+      const int slot = value ? view.legend.GroupOf(*value).value() : CLegend::kNoDataSlot;
+      EXPECT_EQ(area->GetColor(), view.legend.GetRow(slot).group->color) << each.query;
+    }
   }
+}
+
+TEST_F(ViewTest, SaysWhichValuesAreTooFew) {
+  Write({"7", "7", "7"});
+  const View equal(Asked("groups=5&intervals=natural"));
+  EXPECT_EQ(LowersOf(equal), std::vector<double>{7});
+  EXPECT_NE(Told(equal), "");
+  Write({"N/A", "N/A"});
+  const View none(Asked("groups=5&intervals=natural"));
+  EXPECT_NE(Told(none).find("no area on show has a value"), std::string::npos) << Told(none);
 }
 
 TEST_F(ViewTest, ShowsBoundsWithTheDecimalsThatTellThemApart) {
