@@ -199,5 +199,18 @@ TEST(Request, RefusesWhatDoesNotGoTogether) {
   EXPECT_EQ(GroupingOf(FromQuery("bounds=1,2,4")).intervals, "bounds");
 }
 
+TEST(JsonWriter, LeavesNoLineInWhatIsEmpty) {
+  JsonWriter json;
+  json.BeginObject();
+  json.Name("list");
+  json.BeginArray();
+  json.EndArray();
+  json.Name("object");
+  json.BeginObject();
+  json.EndObject();
+  json.EndObject();
+  EXPECT_EQ(std::move(json).Take(), "{\n  \"list\": [],\n  \"object\": {}\n}");
+}
+
 }  // namespace
 }  // namespace vexel

@@ -44,6 +44,7 @@ TEST_F(MessageFacts, StandBesideTheText) {
   model.data.Build(Path("no.mdf"), 1, 0);
   EXPECT_EQ(Facts(), "16031|$/no.mdf||||0");
   EXPECT_EQ(host.reasons.back(), "No such file or directory");
+  EXPECT_EQ(host.boxes.back().flags, CHost::ok);
 }
 
 // Neither the heading that is not found nor the row that is too short is to blame then, and half a
