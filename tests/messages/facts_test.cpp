@@ -59,6 +59,7 @@ TEST_F(MessageFacts, OfAFileThatCannotBeReadAreThatAtWhateverReading) {
     EXPECT_EQ(model.map.Build(map, 0, 0), 0);
     EXPECT_EQ(host.boxes.size(), 1U);
     EXPECT_EQ(host.facts.back().substr(0, 5), "16104");
+    EXPECT_EQ(host.boxes.back().flags, CHost::warning);
     EXPECT_EQ(host.reasons.back(), "Input/output error");
     FailCalls(order);
     EXPECT_EQ(model.data.Build(table, 0, 1), 0);
