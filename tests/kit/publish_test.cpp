@@ -462,6 +462,13 @@ TEST(PublishLabels, StandBesideAreasThatTheyWouldHide) {
     EXPECT_EQ(isOnPlate, text.text == "Delaware" || text.text == "8.2") << text.text;
   }
   EXPECT_NE(view.notes.back().find(" of 51 labels found no place"), std::string::npos);
+  // Beside Massachusetts there are labels that would fit into their areas, but for its own.
+  View crowded(Sample(std::string(kRate) + "1&box=25&label=all"));
+  const Drawing other = Compose(crowded);
+  const PageArea plate = PlateOf(other, "Massachusetts");
+  EXPECT_EQ(std::count_if(other.texts.begin(), other.texts.end(),
+                          [&](const TextLine& text) { return Overlap(AreaOf(text), plate); }),
+            2);
 }
 
 TEST(PublishNotes, NameTextsThatAreCutOrLost) {
