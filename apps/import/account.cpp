@@ -48,9 +48,9 @@ std::string TextOf(const Unmatched& each) {
   return text;
 }
 
-void AddMap(const Account::Map& map, std::vector<std::string>& lines) {
+void AddMap(const MapAccount& map, std::vector<std::string>& lines) {
   std::string line = map.file + ": ";
-  for (const Account::Level& level : map.levels) {
+  for (const LevelAccount& level : map.levels) {
     line += std::to_string(level.areas) + " of level " + level.name + ", ";
   }
   line += Counted(map.rings, "ring") + ", " + Counted(map.vertices, "point");
@@ -63,9 +63,6 @@ void AddMap(const Account::Map& map, std::vector<std::string>& lines) {
   for (std::size_t i = 0; i < kFlawCount; ++i) {
     const std::string sentence = map.flaws.Sentence(static_cast<Flaw>(i));
     if (!sentence.empty()) lines.push_back(sentence);
-  }
-  if (map.merged > 0) {
-    lines.push_back(Sentence(map.merged, "feature", "joined an area of the same key"));
   }
   if (map.dissolved > 0) {
     lines.push_back(Sentence(map.dissolved, "area", "got their outlines from those in them"));
@@ -86,13 +83,16 @@ void AddMap(const Account::Map& map, std::vector<std::string>& lines) {
   }
 }
 
-void AddData(const Account::Data& data, std::vector<std::string>& lines) {
+void AddData(const DataAccount& data, std::vector<std::string>& lines) {
   std::string line = data.file + ": " + Counted(data.variables.size(), "variable");
   if (!data.table.empty()) {
     line += "; " + std::to_string(data.matched) + " of " + Counted(data.rows, "row") + " of " +
             data.table + " found their areas";
   }
   lines.push_back(line);
+  if (data.near > 0) {
+    lines.push_back(Sentence(data.near, "row", "of these did not match to the letter (--loose)"));
+  }
   if (!data.leftOut.empty()) {
     lines.push_back("columns without numbers are left out: " + First(data.leftOut));
   }
@@ -102,7 +102,7 @@ void AddData(const Account::Data& data, std::vector<std::string>& lines) {
     for (const Unmatched& each : data.unmatched) {
       if (each.kind != kind.kind) continue;
       hasHint = hasHint || !each.hint.empty();
-      texts.push_back(texts.size() > kShown ? "" : TextOf(each));
+      texts.emplace_back(texts.size() > kShown ? "" : TextOf(each));
     }
     if (!texts.empty()) {
       lines.push_back(Sentence(texts.size(), kind.noun, kind.rest) + ": " + First(texts));
@@ -112,14 +112,14 @@ void AddData(const Account::Data& data, std::vector<std::string>& lines) {
   if (!data.unmatched.empty()) lines.push_back("all of these are in " + data.unmatchedFile);
 }
 
-void WriteMap(const Account::Map& map, JsonWriter& json) {
+void WriteMap(const MapAccount& map, JsonWriter& json) {
   json.Name("map");
   json.BeginObject();
   json.Member("file", map.file);
   json.Member("longLat", map.inDegrees);
   json.Name("levels");
   json.BeginArray();
-  for (const Account::Level& level : map.levels) {
+  for (const LevelAccount& level : map.levels) {
     json.BeginObject();
     json.Member("name", level.name);
     json.Member("areas", level.areas);
@@ -129,7 +129,6 @@ void WriteMap(const Account::Map& map, JsonWriter& json) {
   json.Member("polygons", map.rings);
   json.Member("vertices", map.vertices);
   json.Member("verticesBefore", map.verticesBefore);
-  json.Member("merged", map.merged);
   json.Member("dissolved", map.dissolved);
   json.Member("hidden", map.hidden);
   json.Member("withoutOutline", map.bare);
@@ -149,7 +148,7 @@ void WriteMap(const Account::Map& map, JsonWriter& json) {
   json.EndObject();
 }
 
-void WriteData(const Account::Data& data, JsonWriter& json) {
+void WriteData(const DataAccount& data, JsonWriter& json) {
   json.Name("data");
   json.BeginObject();
   json.Member("file", data.file);
@@ -164,6 +163,7 @@ void WriteData(const Account::Data& data, JsonWriter& json) {
     json.Member("decimal", data.decimal);
     json.Member("rows", data.rows);
     json.Member("matched", data.matched);
+    json.Member("matchedLoosely", data.near);
     json.Member("columnsLeftOut", data.leftOut);
     json.EndObject();
     for (const KindText& kind : kKinds) {
@@ -186,7 +186,7 @@ void WriteData(const Account::Data& data, JsonWriter& json) {
 
 }  // namespace
 
-std::size_t Account::Data::Count(Unmatched::Kind kind) const {
+std::size_t DataAccount::Count(Unmatched::Kind kind) const {
   return static_cast<std::size_t>(
       std::count_if(unmatched.begin(), unmatched.end(),
                     [=](const Unmatched& each) { return each.kind == kind; }));
@@ -211,7 +211,7 @@ std::string AccountJson(const Account& account) {
   json.Member("files", account.files);
   json.Name("sources");
   json.BeginArray();
-  for (const Account::Source& source : account.sources) {
+  for (const SourceAccount& source : account.sources) {
     json.BeginObject();
     json.Member("file", source.file);
     json.Member("format", source.format);

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "geometry.h"
+#include "join.h"
 #include "topology/dissolve.h"
 #include "topology/order.h"
 
@@ -44,12 +45,6 @@ std::vector<std::string> KeyOf(const Feature& feature, const SourceFields& field
   return values;
 }
 
-std::string TextOf(const std::vector<std::string>& values) {
-  std::string text;
-  for (const std::string& value : values) text.append(value).push_back('\x1F');
-  return text;
-}
-
 std::string FieldOr(const std::vector<std::string>& fields, FieldIndex index,
                     const std::string& otherwise) {
   if (index < 0 || fields[static_cast<std::size_t>(index)].empty()) return otherwise;
@@ -63,7 +58,8 @@ void Append(Shape&& from, Shape& to) {
 }  // namespace
 
 std::size_t TreeBuilder::IndexOf(const std::vector<std::string>& values) {
-  const auto [known, isNew] = indexes_.try_emplace(TextOf(values), tree_.areas.size());
+  const auto [known, isNew] =
+      indexes_.try_emplace(JoinText({values.begin(), values.end()}), tree_.areas.size());
   if (isNew) tree_.areas.emplace_back().values = values;
   return known->second;
 }
@@ -84,7 +80,7 @@ void TreeBuilder::Add(int source, const SourceFields& fields, std::vector<Featur
     const bool isFirst = area.source < 0;
     Append(std::move(feature.shape), area.shape);
     if (!isFirst) {
-      ++tree_.merged;
+      flaws.Add(Flaw::sameKey, FieldOr(feature.values, fields.name, key.back()));
       continue;
     }
     area.source = source;

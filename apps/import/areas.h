@@ -49,7 +49,6 @@ struct SourceFields {
 struct AreaTree {
   std::vector<Area> areas;
   std::vector<LevelCodes> codes;  // one entry for each level
-  std::size_t merged = 0;         // features that are parts of an area that was there
   std::size_t dissolved = 0;      // areas with outlines from their children
   std::vector<std::string> bare;  // names of areas without an outline
 };

@@ -11,6 +11,7 @@
 #include "kit/request/values.h"
 #include "kit/tables/csv_text.h"
 #include "kit/tables/table.h"
+#include "loose_form.h"
 
 namespace vexel::import {
 
@@ -18,15 +19,14 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-std::string_view WithoutZeros(std::string_view digits) {
-  const std::size_t first = digits.find_first_not_of('0');
-  return first == std::string_view::npos ? digits.substr(digits.size() - 1) : digits.substr(first);
-}
+// Numbers beyond are texts, so that there is room for codes behind the largest.
+constexpr int kLargestNumber = 999'999'999;
 
-// The number that a value of nothing but digits says, as far as a key can hold it.
+// The number that a value of nothing but digits says, as far as it can be a code.
 std::optional<int> NumberOf(std::string_view value) {
   if (!std::all_of(value.begin(), value.end(), IsDigit)) return std::nullopt;
-  return ParseInt(WithoutZeros(value));
+  const std::optional<int> number = ParseInt(WithoutZeros(value));
+  return number && *number <= kLargestNumber ? number : std::nullopt;
 }
 
 }  // namespace
@@ -50,7 +50,28 @@ void LevelCodes::Keep(const std::string& value, int code) {
   }
 }
 
+// A value of an earlier import that comes with other zeros in front now keeps its code.
+void LevelCodes::FollowZeros(const std::set<std::string>& values) {
+  std::map<int, std::string> gone;  // by the number that they say
+  for (const auto& [value, code] : codes_) {
+    const std::optional<int> number = NumberOf(value);
+    if (number && !values.contains(value)) gone.emplace(*number, value);
+  }
+  for (const std::string& value : values) {
+    const std::optional<int> number = NumberOf(value);
+    if (!number || codes_.contains(value)) continue;
+    const auto before = gone.find(*number);
+    if (before == gone.end()) continue;
+    const int code = codes_.at(before->second);
+    codes_.erase(before->second);
+    codes_.emplace(value, code);
+    values_[code] = value;
+    gone.erase(before);
+  }
+}
+
 void LevelCodes::Assign(const std::set<std::string>& values) {
+  FollowZeros(values);
   std::vector<std::string> texts;
   std::vector<std::string> padded;
   const auto take = [&](const std::string& value) {
@@ -77,7 +98,10 @@ void LevelCodes::Assign(const std::set<std::string>& values) {
   for (const std::string& value : padded) take(value);
 
   std::sort(texts.begin(), texts.end());
-  int next = values_.empty() ? 1 : std::max(values_.rbegin()->first, 0) + 1;
+  int next = 1;
+  if (!values_.empty() && values_.rbegin()->first <= kLargestNumber) {
+    next = std::max(values_.rbegin()->first, 0) + 1;
+  }
   for (const std::string& text : texts) {
     while (!Take(text, next)) ++next;
     ++next;
@@ -105,9 +129,16 @@ std::vector<KeyRow> ReadKeys(const std::string& path) {
   options.encoding = Encoding::utf8;
   options.separator = ',';
   const Table table = ReadTable(path, options);
-  const int keyColumn = table.FindColumn("key");
-  const int valueColumn = table.FindColumn("value");
-  const int nameColumn = table.FindColumn("name");
+  const auto column = [&](std::string_view name) {
+    try {
+      return table.FindColumn(name);
+    } catch (const Error& error) {
+      throw Failed(path, "is no keys file of an import: no column " + Quoted(name));
+    }
+  };
+  const int keyColumn = column("key");
+  const int valueColumn = column("value");
+  const int nameColumn = column("name");
   std::vector<KeyRow> rows;
   for (int i = 0; i < table.RowCount(); ++i) {
     KeyRow& row = rows.emplace_back();
@@ -129,7 +160,10 @@ std::vector<LevelCodes> CodesOf(const std::vector<KeyRow>& rows, std::size_t lev
                                 const std::string& path) {
   std::vector<LevelCodes> codes(levels);
   for (const KeyRow& row : rows) {
-    if (row.key.size() > levels) continue;
+    if (row.key.size() > levels) {
+      throw Failed(path, "has keys of " + std::to_string(row.key.size()) + " levels, and --key " +
+                             std::to_string(levels));
+    }
     try {
       codes[row.key.size() - 1].Keep(row.value, row.key.back());
     } catch (const Error& error) {

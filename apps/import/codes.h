@@ -34,6 +34,7 @@ class LevelCodes {
 
  private:
   bool Take(const std::string& value, int code);
+  void FollowZeros(const std::set<std::string>& values);
 
   std::map<std::string, int, std::less<>> codes_;
   std::map<int, std::string> values_;  // by their codes

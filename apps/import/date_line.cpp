@@ -46,8 +46,11 @@ OGRLinearRing* Unrolled(const OGRLinearRing& ring) {
   const int last = result->getNumPoints() - 1;
   if (std::abs(result->getX(last) - result->getX(0)) > kHalf) {  // around a pole
     const double pole = std::copysign(kPole, latitudes);
-    result->addPoint(result->getX(last), pole);
-    result->addPoint(result->getX(0), pole);
+    // In steps, as an edge all the way would be one that jumps again.
+    constexpr int kSteps = 4;
+    const double from = result->getX(last);
+    const double to = result->getX(0);
+    for (int i = 0; i <= kSteps; ++i) result->addPoint(from + (to - from) * i / kSteps, pole);
     result->closeRings();
   }
   return result.release();
@@ -63,10 +66,12 @@ void Shift(OGRLinearRing& ring, double by) {
   for (int i = 0; i < ring.getNumPoints(); ++i) ring.setPoint(i, ring.getX(i) + by, ring.getY(i));
 }
 
-// The outline unrolled, and its holes where they lie in it.
+// The outline unrolled, and its holes where they lie in it. One from end to end of the map would be
+// rolled up to nothing: that is no jump.
 std::unique_ptr<OGRPolygon> Unrolled(const OGRPolygon& polygon) {
   auto result = std::make_unique<OGRPolygon>();
   result->addRingDirectly(Unrolled(*polygon.getExteriorRing()));
+  if (result->get_Area() == 0.0) return std::unique_ptr<OGRPolygon>(polygon.clone());
   const OGREnvelope outline = EnvelopeOf(*result);
   for (int i = 0; i < polygon.getNumInteriorRings(); ++i) {
     OGRLinearRing* hole = Unrolled(*polygon.getInteriorRing(i));
@@ -77,6 +82,9 @@ std::unique_ptr<OGRPolygon> Unrolled(const OGRPolygon& polygon) {
   }
   return result;
 }
+
+// How many times around the earth a longitude lies.
+int TurnOf(double longitude) { return static_cast<int>(std::floor((longitude + kHalf) / kWhole)); }
 
 OGRPolygon Strip(double west) {
   OGRLinearRing ring;
@@ -123,8 +131,9 @@ std::unique_ptr<OGRMultiPolygon> CutAtDateLine(const OGRMultiPolygon& polygons) 
       std::unique_ptr<OGRGeometry> valid(unrolled->MakeValid());
       if (valid != nullptr) unrolled = std::move(valid);
     }
-    const double first = std::floor((bounds.MinX + kHalf) / kWhole);
-    for (double west = first * kWhole - kHalf; west < bounds.MaxX; west += kWhole) {
+    const int last = TurnOf(bounds.MaxX);
+    for (int turn = TurnOf(bounds.MinX); turn <= last; ++turn) {
+      const double west = turn * kWhole - kHalf;
       const OGRPolygon strip = Strip(west);
       std::unique_ptr<OGRGeometry> part(unrolled->Intersection(&strip));
       if (part != nullptr) AddMoved(std::move(part), -(west + kHalf), *result);

@@ -23,6 +23,7 @@ constexpr std::array<FlawText, kFlawCount> kTexts{{
     {"empty", "feature", "without an outline, left out"},
     {"notPolygon", "feature", "of points or lines, left out"},
     {"unkeyed", "feature", "without a key, left out"},
+    {"sameKey", "feature", "with the key of an earlier one, a part of it"},
 }};
 
 }  // namespace
@@ -48,7 +49,7 @@ std::string Flaws::Sentence(Flaw flaw) const {
 
 bool Flaws::HasLoss() const {
   return std::any_of(tallies_.begin(), tallies_.end(), [this](const Tally& tally) {
-    return tally.count > 0 && &tally != &Of(Flaw::dateLine);
+    return tally.count > 0 && &tally != &Of(Flaw::dateLine) && &tally != &Of(Flaw::sameKey);
   });
 }
 

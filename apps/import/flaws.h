@@ -19,8 +19,9 @@ enum class Flaw {
   empty,       // features without an outline
   notPolygon,  // points and lines
   unkeyed,     // features without a key
+  sameKey,     // features with the key of an earlier one
 };
-inline constexpr std::size_t kFlawCount = 7;
+inline constexpr std::size_t kFlawCount = 8;
 
 // Counts flaws, and keeps the names of the first areas that have them.
 class Flaws {
@@ -41,7 +42,8 @@ class Flaws {
   // A sentence with count and names, as in "2 areas ... were repaired: A, B"; empty for none.
   std::string Sentence(Flaw flaw) const;
 
-  // Whether anything of the source is not in the map, or not as it was.
+  // Whether anything of the source is not in the map, or not as it was. Cuts at a meridian and
+  // parts that are put together lose nothing.
   bool HasLoss() const;
 
  private:

@@ -95,6 +95,22 @@ bool Exists(const std::string& path) {
   return std::filesystem::is_regular_file(path, error);
 }
 
+std::string TableOf(const std::string& shapefile) {
+  return Exists(Sibling(shapefile, ".dbf")) ? Sibling(shapefile, ".dbf")
+                                            : Sibling(shapefile, ".DBF");
+}
+
+// A number of the head of a Shapefile's table, least byte first.
+std::size_t NumberAt(std::string_view table, std::size_t at, std::size_t bytes) {
+  std::size_t number = 0;
+  for (std::size_t i = bytes; i-- > 0;) {
+    number = number * 256 + static_cast<unsigned char>(table[at + i]);
+  }
+  return number;
+}
+
+constexpr std::size_t kTableHead = 32;
+
 // The other files that make a Shapefile; their names may be written in capitals, too.
 void CheckShapefile(const std::string& path) {
   for (const auto& [small, large] : {std::pair{".shx", ".SHX"}, std::pair{".dbf", ".DBF"}}) {
@@ -102,11 +118,11 @@ void CheckShapefile(const std::string& path) {
     throw Failed(path, Sibling(path, small) +
                            " is missing; a Shapefile is several files of one name, copy them all");
   }
-}
-
-std::string TableOf(const std::string& shapefile) {
-  return Exists(Sibling(shapefile, ".dbf")) ? Sibling(shapefile, ".dbf")
-                                            : Sibling(shapefile, ".DBF");
+  const std::string table = ReadFile(TableOf(path));
+  const bool hasHead = table.size() >= kTableHead;
+  const std::size_t rows = hasHead ? NumberAt(table, 4, 4) : 0;
+  if (hasHead && NumberAt(table, 8, 2) + rows * NumberAt(table, 10, 2) <= table.size()) return;
+  throw Failed(TableOf(path), "ends before its last row; copy the whole file");
 }
 
 // The encoding of a Shapefile's texts when it does not say one: a file of its own does, or a byte
@@ -115,12 +131,10 @@ std::optional<Encoding> UnsaidEncoding(const std::string& shapefile) {
   if (Exists(Sibling(shapefile, ".cpg")) || Exists(Sibling(shapefile, ".CPG"))) return std::nullopt;
   constexpr std::size_t kCodePage = 29;
   constexpr char kUnsaid = 0x57;  // "ANSI", which is whatever the writer's machine had
-  constexpr std::size_t kHeadLength = 8;
   const std::string table = ReadFile(TableOf(shapefile));
-  if (table.size() <= kCodePage) return std::nullopt;
+  if (table.size() < kTableHead) return std::nullopt;
   if (table[kCodePage] != 0 && table[kCodePage] != kUnsaid) return std::nullopt;
-  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(table[at]); };
-  const std::size_t head = byteAt(kHeadLength) + std::size_t{256} * byteAt(kHeadLength + 1);
+  const std::size_t head = NumberAt(table, 8, 2);
   return LikelyEncoding(std::string_view(table).substr(std::min(head, table.size())));
 }
 
@@ -137,17 +151,13 @@ std::optional<Encoding> UnsaidEncoding(const std::string& shapefile) {
                                     : "cannot be read: " + reason);
 }
 
-std::string PlainNumber(double value, int decimals) {
+// A number as people wrote it: files keep the nearest double, whose last digits are not theirs.
+std::string PlainNumber(double value, int digits) {
   if (!std::isfinite(value)) return {};
-  constexpr double kLargest = 1e15;
-  std::array<char, 64> text;
-  const bool isFixed = decimals > 0 || std::abs(value) < kLargest;
-  char* const end = text.data() + text.size();
-  const std::to_chars_result result =
-      !isFixed       ? std::to_chars(text.data(), end, value)
-      : decimals > 0 ? std::to_chars(text.data(), end, value, std::chars_format::fixed, decimals)
-                     : std::to_chars(text.data(), end, value, std::chars_format::fixed);
-  return result.ec == std::errc() ? std::string(text.data(), result.ptr) : NumberText(value);
+  std::array<char, 32> text;
+  const auto result = std::to_chars(text.data(), text.data() + text.size(), value,
+                                    std::chars_format::general, digits);
+  return {text.data(), result.ptr};
 }
 
 std::string Decoded(const char* text, std::optional<Encoding> encoding) {
@@ -158,14 +168,10 @@ std::string FieldText(const OGRFeature& feature, int field, std::optional<Encodi
   if (feature.IsFieldSetAndNotNull(field) == FALSE) return {};
   const OGRFieldDefn& definition = *feature.GetFieldDefnRef(field);
   if (definition.GetType() == OFTReal) {
-    const double value = feature.GetFieldAsDouble(field);
-    if (definition.GetSubType() == OFSTFloat32) {
-      std::array<char, 64> text;
-      const auto result = std::to_chars(text.begin(), text.end(), static_cast<float>(value),
-                                        std::chars_format::fixed);
-      return result.ec == std::errc() ? std::string(text.begin(), result.ptr) : NumberText(value);
-    }
-    return PlainNumber(value, definition.GetPrecision());
+    constexpr int kFloatDigits = 7;
+    constexpr int kDoubleDigits = 15;
+    return PlainNumber(feature.GetFieldAsDouble(field),
+                       definition.GetSubType() == OFSTFloat32 ? kFloatDigits : kDoubleDigits);
   }
   std::string text = Decoded(feature.GetFieldAsString(field), encoding);
   std::replace_if(
@@ -207,6 +213,8 @@ struct GeoFile::Source {
   GDALDatasetUniquePtr data;
   OGRLayer* layer = nullptr;
   Coordinates coordinates;
+  std::shared_ptr<OGRSpatialReference> system;  // of the file; null when nobody says
+  bool isProjected = false;
   bool mapInDegrees = false;
   std::optional<Encoding> encoding;  // of texts that come as the bytes that they are in the file
 };
@@ -216,9 +224,16 @@ GeoFile::GeoFile(const std::string& path, const std::string& layer,
     : path_(path), source_(std::make_unique<Source>()) {
   RegisterFormats();
   const std::string safe = SafePath(path);
-  const bool isShapefile = EqualNoCase(std::filesystem::path(path).extension().string(), ".shp");
-  if (isShapefile) CheckShapefile(safe);
-  if (isShapefile) source_->encoding = encoding ? encoding : UnsaidEncoding(safe);
+  const std::string extension = std::filesystem::path(path).extension().string();
+  const bool isShapefile = EqualNoCase(extension, ".shp");
+  if (EqualNoCase(extension, ".dbf") || EqualNoCase(extension, ".shx")) {
+    throw Failed(path, "is a part of a Shapefile; give " + Sibling(path, ".shp"));
+  }
+  if (isShapefile) {
+    CheckShapefile(path);
+    source_->encoding = UnsaidEncoding(safe);
+    if (source_->encoding && encoding) source_->encoding = encoding;
+  }
   if (isShapefile && !encoding && source_->encoding) {
     notes_.push_back(path + ": does not say in which encoding its texts are; read as " +
                      std::string(NameOf(*source_->encoding)) + " (--encoding decides)");
@@ -277,7 +292,7 @@ std::size_t GeoFile::FieldNamed(std::string_view name) const {
 
 void GeoFile::ChooseCoordinates(const CrsChoice& choice) {
   const LibraryListener listener;
-  std::shared_ptr<OGRSpatialReference> system;
+  std::shared_ptr<OGRSpatialReference>& system = source_->system;
   if (!choice.source.empty()) {
     system = SystemNamed(choice.source, "--source-crs");
   } else if (const OGRSpatialReference* said = source_->layer->GetSpatialRef()) {
@@ -302,6 +317,7 @@ void GeoFile::ChooseCoordinates(const CrsChoice& choice) {
   }
   source_->mapInDegrees = source_->coordinates.inDegrees;
   if (choice.target.empty()) return;
+  source_->isProjected = true;
   const std::shared_ptr<OGRSpatialReference> target = SystemNamed(choice.target, "--crs");
   if (system == nullptr && maybeDegrees) system = SystemNamed("EPSG:4326", "--source-crs");
   if (system == nullptr) {
@@ -318,6 +334,14 @@ void GeoFile::ChooseCoordinates(const CrsChoice& choice) {
 }
 
 bool GeoFile::InDegrees() const { return source_->mapInDegrees; }
+
+bool GeoFile::Fits(const GeoFile& other) const {
+  if (InDegrees() != other.InDegrees()) return false;
+  if (InDegrees() || source_->isProjected) return true;
+  const OGRSpatialReference* const mine = source_->system.get();
+  const OGRSpatialReference* const its = other.source_->system.get();
+  return mine == nullptr || its == nullptr || mine->IsSame(its) != FALSE;
+}
 
 long long GeoFile::FeatureCount() const { return source_->layer->GetFeatureCount(FALSE); }
 

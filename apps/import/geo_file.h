@@ -55,6 +55,9 @@ class GeoFile {
   void ChooseCoordinates(const CrsChoice& choice);
   bool InDegrees() const;
 
+  // Whether the areas of both are in one system, after that choice.
+  bool Fits(const GeoFile& other) const;
+
   // How many features there are, or -1 where only reading tells.
   long long FeatureCount() const;
 

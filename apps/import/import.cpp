@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -97,9 +98,9 @@ class Outputs {
   std::vector<std::string_view> Extensions() const {
     std::vector<std::string_view> extensions;
     if (options_.map.empty()) extensions.insert(extensions.end(), {".map", ".keys.csv"});
-    if (options_.compile && options_.map.empty()) extensions.push_back(".mpc");
-    if (!options_.table.empty()) extensions.push_back(".unmatched.csv");
-    if (!options_.table.empty() || !options_.variables.empty()) extensions.push_back(".mdf");
+    if (options_.compile && options_.map.empty()) extensions.emplace_back(".mpc");
+    if (!options_.table.empty()) extensions.emplace_back(".unmatched.csv");
+    if (!options_.table.empty() || !options_.variables.empty()) extensions.emplace_back(".mdf");
     return extensions;
   }
 
@@ -136,10 +137,10 @@ std::string MapReference(const Options& options) {
 void AddData(const Options& options, const DataAreas& areas, const std::vector<std::string>& levels,
              const std::vector<std::vector<std::string>>& fields, Outputs& outputs,
              Account& account) {
-  Account::Data& data = account.data.emplace();
+  DataAccount& data = account.data.emplace();
   data.file = outputs.PathOf(".mdf");
   std::vector<bool> hasRow(areas.codes.size(), false);
-  std::vector<DataColumn> columns = FieldColumns(options, areas, fields, hasRow);
+  std::vector<DataColumn> columns = FieldColumns(options, areas, fields, hasRow, account);
   if (!options.table.empty()) {
     std::vector<DataColumn> more = TableColumns(options, areas, hasRow, account);
     std::move(more.begin(), more.end(), std::back_inserter(columns));
@@ -165,10 +166,17 @@ DataAreas AreasOf(const SourceAreas& sources) {
   return areas;
 }
 
-std::string KeysOf(const AreaTree& tree) {
+// The keys of all areas, and behind them those of areas of earlier imports that are gone, so that
+// no other area gets their codes.
+std::string KeysOf(const AreaTree& tree, const std::vector<KeyRow>& earlier) {
   std::vector<KeyRow> rows;
-  rows.reserve(tree.areas.size());
-  for (const Area& area : tree.areas) rows.push_back({area.codes, area.values.back(), area.name});
+  std::set<std::vector<int>> keys;
+  for (const Area& area : tree.areas) {
+    rows.push_back({area.codes, area.values.back(), area.name});
+    keys.insert(area.codes);
+  }
+  std::copy_if(earlier.begin(), earlier.end(), std::back_inserter(rows),
+               [&](const KeyRow& row) { return keys.insert(row.key).second; });
   return KeysText(rows);
 }
 
@@ -184,8 +192,13 @@ void ImportAreas(const Options& options, cli::CliHost& host, Outputs& outputs, A
   account.map->file = outputs.PathOf(".map");
   std::string text = MapText(sources.tree, name, sources.levels, sources.inDegrees);
   if (options.compile) outputs.Add(".mpc", CompiledMap(text, host));
+  std::error_code error;
+  if (!options.compile && std::filesystem::exists(outputs.PathOf(".mpc"), error)) {
+    account.notes.push_back(outputs.PathOf(".mpc") +
+                            " is of an earlier import; the newer text map is taken instead of it");
+  }
   outputs.Add(".map", std::move(text));
-  outputs.Add(".keys.csv", KeysOf(sources.tree));
+  outputs.Add(".keys.csv", KeysOf(sources.tree, sources.earlierKeys));
   if (options.table.empty() && options.variables.empty()) return;
   AddData(options, AreasOf(sources), sources.levels, sources.variables, outputs, account);
 }
@@ -213,6 +226,13 @@ class KnownMap {
   DataAreas Areas() {
     const bool byName = EqualNoCase(options_.join.front().field, "name");
     const std::size_t columns = options_.join.size();
+    for (const JoinPair& pair : options_.join) {
+      const bool isKnown = pair.field == pair.column || EqualNoCase(pair.field, "key") || byName;
+      if (!isKnown || (byName && columns > 1)) {
+        throw WrongRequest("--join: " + Quoted(pair.field) +
+                           " is not of a map, whose areas have a key or a name");
+      }
+    }
     if (columns > 1 && columns != levels_.size()) {
       throw WrongRequest("--join: " + Counted(columns, "column") + " for " +
                          Counted(levels_.size(), "level") +

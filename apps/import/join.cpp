@@ -83,51 +83,111 @@ std::string ReadableText(std::string_view joined) {
   return text;
 }
 
+namespace {
+
+// One join under way. Rows that match exactly come first, so that a row that is merely near takes
+// no area from them.
+class Joiner {
+ public:
+  Joiner(const Table& table, const std::vector<int>& columns,
+         const std::vector<Identity>& identities, const std::vector<std::string>& names,
+         const JoinRules& rules)
+      : table_(table),
+        identities_(identities),
+        names_(names),
+        rules_(rules),
+        exact_(identities, rules.numbers ? Form(&NumberForm) : Form(&SameForm)),
+        near_(identities, LooseForm),
+        rowHints_(names.size()) {
+    result_.rowOfArea.assign(names.size(), JoinResult::kNone);
+    for (int row = 0; row < table.RowCount(); ++row) texts_.push_back(RowText(table, row, columns));
+  }
+
+  JoinResult Run() && {
+    std::vector<int> others;
+    for (int row = 0; row < table_.RowCount(); ++row) {
+      const std::size_t area = exact_.Find(TextOf(row));
+      if (area == Lookup::kNowhere) {
+        others.push_back(row);
+      } else {
+        Place(row, area);
+      }
+    }
+    for (const int row : others) PlaceNear(row);
+    std::stable_sort(result_.unmatched.begin(), result_.unmatched.end(),
+                     [](const Unmatched& a, const Unmatched& b) { return a.number < b.number; });
+    AddAreas();
+    return std::move(result_);
+  }
+
+ private:
+  static std::string NumberForm(std::string_view text) { return std::string(WithoutZeros(text)); }
+  static std::string SameForm(std::string_view text) { return std::string(text); }
+
+  const std::string& TextOf(int row) const { return texts_[static_cast<std::size_t>(row)]; }
+
+  Unmatched Missed(int row, Unmatched::Kind kind) const {
+    return {kind, table_.RowNumber(row), 0, ReadableText(TextOf(row)), "", ""};
+  }
+
+  void Place(int row, std::size_t area) {
+    if (area == Lookup::kAmbiguous) {
+      result_.unmatched.push_back(Missed(row, Unmatched::Kind::ambiguous));
+    } else if (result_.rowOfArea[area] != JoinResult::kNone) {
+      Unmatched& missed = result_.unmatched.emplace_back(Missed(row, Unmatched::Kind::duplicate));
+      missed.area = area;
+      missed.name = names_[area];
+    } else {
+      result_.rowOfArea[area] = row;
+      ++result_.matched;
+    }
+  }
+
+  void PlaceNear(int row) {
+    const std::size_t area = near_.Find(TextOf(row));
+    const bool isNear = area < names_.size();
+    if (isNear && rules_.loose) {
+      if (result_.rowOfArea[area] == JoinResult::kNone) ++result_.near;
+      Place(row, area);
+      return;
+    }
+    Unmatched& missed = result_.unmatched.emplace_back(Missed(row, Unmatched::Kind::row));
+    if (!isNear) return;
+    missed.hint = names_[area];
+    rowHints_[area] = missed.text;
+  }
+
+  // Areas that no row has found.
+  void AddAreas() {
+    std::vector<const Identity*> identityOf(names_.size(), nullptr);
+    for (const Identity& identity : identities_) {
+      if (identityOf[identity.area] == nullptr) identityOf[identity.area] = &identity;
+    }
+    for (std::size_t area = 0; area < names_.size(); ++area) {
+      if (identityOf[area] == nullptr || result_.rowOfArea[area] != JoinResult::kNone) continue;
+      result_.unmatched.push_back({Unmatched::Kind::area, 0, area,
+                                   ReadableText(identityOf[area]->text), names_[area],
+                                   rowHints_[area]});
+    }
+  }
+
+  const Table& table_;
+  const std::vector<Identity>& identities_;
+  const std::vector<std::string>& names_;
+  JoinRules rules_;
+  Lookup exact_;
+  Lookup near_;
+  std::vector<std::string> texts_;     // by which rows look for their areas
+  std::vector<std::string> rowHints_;  // rows that nearly mean an area
+  JoinResult result_;
+};
+
+}  // namespace
+
 JoinResult Join(const Table& table, const std::vector<int>& columns,
                 const std::vector<Identity>& identities, const std::vector<std::string>& names,
                 const JoinRules& rules) {
-  const Form zeros = [](std::string_view text) { return std::string(WithoutZeros(text)); };
-  const Form same = [](std::string_view text) { return std::string(text); };
-  const Lookup exact(identities, rules.numbers ? zeros : same);
-  const Lookup loose(identities, LooseForm);
-  JoinResult result;
-  result.rowOfArea.assign(names.size(), JoinResult::kNone);
-  std::vector<std::string> rowHints(names.size());  // rows that nearly mean an area
-  for (int row = 0; row < table.RowCount(); ++row) {
-    const std::string text = RowText(table, row, columns);
-    std::size_t area = exact.Find(text);
-    const std::size_t near = area == Lookup::kNowhere ? loose.Find(text) : Lookup::kNowhere;
-    if (rules.loose && area == Lookup::kNowhere) area = near;
-    Unmatched missed{Unmatched::Kind::row, table.RowNumber(row), 0, ReadableText(text), "", ""};
-    if (area == Lookup::kAmbiguous) {
-      missed.kind = Unmatched::Kind::ambiguous;
-    } else if (area == Lookup::kNowhere) {
-      if (near < names.size()) {
-        missed.hint = names[near];
-        rowHints[near] = missed.text;
-      }
-    } else if (result.rowOfArea[area] != JoinResult::kNone) {
-      missed.kind = Unmatched::Kind::duplicate;
-      missed.area = area;
-      missed.name = names[area];
-    } else {
-      result.rowOfArea[area] = row;
-      ++result.matched;
-      continue;
-    }
-    result.unmatched.push_back(std::move(missed));
-  }
-
-  std::vector<const Identity*> identityOf(names.size(), nullptr);
-  for (const Identity& identity : identities) {
-    if (identityOf[identity.area] == nullptr) identityOf[identity.area] = &identity;
-  }
-  for (std::size_t area = 0; area < names.size(); ++area) {
-    if (identityOf[area] == nullptr || result.rowOfArea[area] != JoinResult::kNone) continue;
-    result.unmatched.push_back({Unmatched::Kind::area, 0, area,
-                                ReadableText(identityOf[area]->text), names[area], rowHints[area]});
-  }
-  return result;
+  return Joiner(table, columns, identities, names, rules).Run();
 }
 
 std::string UnmatchedText(const std::vector<Unmatched>& unmatched) {

@@ -46,6 +46,7 @@ struct JoinResult {
 
   std::vector<int> rowOfArea;  // kNone where there is none
   std::size_t matched = 0;     // rows
+  std::size_t near = 0;        // of those, rows that did not match to the letter
   std::vector<Unmatched> unmatched;
 };
 

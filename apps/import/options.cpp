@@ -54,8 +54,44 @@ void CheckOneForEach(const List& list, const Options& options, const char* optio
                      "; once counts for all, else one for each in their order");
 }
 
+// Options that would do nothing are hardly meant.
+void CheckUsed(const Options& options) {
+  struct Use {
+    const char* option;
+    bool isGiven;
+  };
+  const auto refuse = [](std::initializer_list<Use> uses, const char* what) {
+    const auto* given =
+        std::find_if(uses.begin(), uses.end(), [](const Use& use) { return use.isGiven; });
+    if (given != uses.end()) throw WrongRequest(std::string(given->option) + what);
+  };
+  if (options.sources.empty()) {
+    refuse({{"--layer", !options.layers.empty()},
+            {"--name", !options.nameFields.empty()},
+            {"--key", !options.keys.empty()},
+            {"--levels", !options.levels.empty()},
+            {"--name-of", !options.namesOf.empty()},
+            {"--map-name", !options.mapName.empty()},
+            {"--no-dissolve", !options.dissolve},
+            {"--crs", !options.crs.empty()},
+            {"--source-crs", !options.sourceCrs.empty()},
+            {"--simplify", options.tolerance > 0},
+            {"--var", !options.variables.empty()},
+            {"--compile", options.compile}},
+           " is for AREAS, and --map has none");
+  }
+  if (options.table.empty()) {
+    refuse({{"--join", !options.join.empty()},
+            {"--loose", options.loose},
+            {"--columns", !options.columns.empty()},
+            {"--separator", options.separator.has_value()}},
+           " needs a --table");
+  }
+}
+
 void Check(const Options& options) {
   if (options.output.empty()) throw WrongRequest("-o is missing");
+  if (options.output.back() == '/') throw WrongRequest("-o: a name is missing behind the last /");
   if (IsStandard(options.output)) throw WrongRequest("-o: several files cannot go to one output");
   if (options.sources.empty() && options.map.empty()) {
     throw WrongRequest("AREAS is missing, or --map for a data file alone");
@@ -67,10 +103,10 @@ void Check(const Options& options) {
   if (!options.table.empty() && options.join.empty()) {
     throw WrongRequest("--table needs --join: the column that names the areas");
   }
-  if (options.table.empty() && !options.join.empty()) throw WrongRequest("--join needs a --table");
   if (!options.sources.empty() && options.keys.empty() && options.nameFields.empty()) {
     throw WrongRequest("--key is missing: the fields that identify an area, one for each level");
   }
+  CheckUsed(options);
   CheckOneForEach(options.layers, options, "--layer");
   CheckOneForEach(options.keys, options, "--key");
   CheckOneForEach(options.nameFields, options, "--name");

@@ -89,7 +89,10 @@ const Source& Deepest(const std::vector<Source>& sources) {
 std::vector<std::string> LevelNames(const Options& options, const std::vector<KeyPart>& key) {
   if (options.levels.empty()) {
     std::vector<std::string> names;
-    for (const KeyPart& part : key) names.push_back(part.field);
+    for (const KeyPart& part : key) {
+      names.push_back(part.length == 0 ? part.field
+                                       : part.field + ':' + std::to_string(part.length));
+    }
     return names;
   }
   if (options.levels.size() != key.size()) {
@@ -161,39 +164,63 @@ class Steps {
   int percent_ = -1;
 };
 
-// What an area has in a field; nothing where its file has no such field. An area that no file has
-// still has the parts of its key.
-std::optional<std::string_view> ValueIn(const Area& area, FieldIndex field,
-                                        const std::vector<KeyPart>& key, const std::string& name) {
-  if (field >= 0) return area.fields[static_cast<std::size_t>(field)];
-  const auto part = std::find_if(key.begin(), key.end(), [&](const KeyPart& each) {
-    return each.length == 0 && EqualNoCase(each.field, name);
-  });
-  if (part == key.end()) return std::nullopt;
-  const auto level = static_cast<std::size_t>(part - key.begin());
-  return level < area.Level() ? std::string_view(area.values[level]) : std::string_view();
+// The level of a key whose value stands for a field: that of the area itself where its part is of
+// the field, else another with the whole field.
+std::optional<std::size_t> KeyLevel(const Area& area, const std::vector<KeyPart>& key,
+                                    const std::string& field) {
+  const auto isIt = [&](const KeyPart& part) { return EqualNoCase(part.field, field); };
+  if (isIt(key[area.Level() - 1])) return area.Level() - 1;
+  const auto whole = std::find_if(
+      key.begin(), key.end(), [&](const KeyPart& part) { return part.length == 0 && isIt(part); });
+  if (whole == key.end()) return std::nullopt;
+  return static_cast<std::size_t>(whole - key.begin());
+}
+
+// What an area has in the field of a join: a part of its key, or something that its file has for
+// it. Areas that no file has are known by the key of those in them.
+struct JoinValue {
+  std::string_view text;
+  bool isOwn = false;  // and of no area above it
+};
+
+std::optional<JoinValue> ValueIn(const Area& area, const std::vector<Source>& sources,
+                                 std::size_t pair, const std::string& field) {
+  const auto ofKey = [&](const Source& source) -> std::optional<JoinValue> {
+    const std::optional<std::size_t> level = KeyLevel(area, source.key, field);
+    if (!level) return std::nullopt;
+    if (*level >= area.Level()) return JoinValue{};
+    return JoinValue{area.values[*level], *level + 1 == area.Level()};
+  };
+  if (area.source < 0) return ofKey(Deepest(sources));
+  const Source& source = sources[static_cast<std::size_t>(area.source)];
+  if (const std::optional<JoinValue> value = ofKey(source)) return value;
+  if (source.join[pair] < 0) return ofKey(Deepest(sources));
+  const std::string& text = area.fields[static_cast<std::size_t>(source.join[pair])];
+  return JoinValue{text, !text.empty()};
+}
+
+// The text by which rows mean an area; nothing for one that no row can mean, as its own level is
+// not in the join.
+std::optional<std::string> IdentityOf(const Area& area, const Options& options,
+                                      const std::vector<Source>& sources) {
+  std::vector<std::string_view> values;
+  bool isOwn = false;
+  for (std::size_t pair = 0; pair < options.join.size(); ++pair) {
+    const std::optional<JoinValue> value = ValueIn(area, sources, pair, options.join[pair].field);
+    if (!value) return std::nullopt;
+    values.push_back(value->text);
+    isOwn = isOwn || value->isOwn;
+  }
+  return isOwn ? std::optional(JoinText(values)) : std::nullopt;
 }
 
 std::vector<Identity> IdentitiesOf(const std::vector<Area>& areas, const Options& options,
                                    const std::vector<Source>& sources) {
   std::vector<Identity> identities;
   if (options.join.empty()) return identities;
-  const std::vector<KeyPart>& key = Deepest(sources).key;
   for (std::size_t i = 0; i < areas.size(); ++i) {
-    const Area& area = areas[i];
-    std::vector<std::string_view> values;
-    for (std::size_t k = 0; k < options.join.size(); ++k) {
-      const FieldIndex field =
-          area.source < 0 ? -1 : sources[static_cast<std::size_t>(area.source)].join[k];
-      const std::optional<std::string_view> value =
-          ValueIn(area, field, key, options.join[k].field);
-      if (value) values.push_back(*value);
-    }
-    const bool isNamed = std::any_of(values.begin(), values.end(),
-                                     [](std::string_view value) { return !value.empty(); });
-    if (isNamed && values.size() == options.join.size()) {
-      identities.push_back({JoinText(values), i});
-    }
+    std::optional<std::string> text = IdentityOf(areas[i], options, sources);
+    if (text) identities.push_back({std::move(*text), i});
   }
   return identities;
 }
@@ -230,7 +257,7 @@ void SimplifyAll(std::vector<Area>& areas, double tolerance) {
   for (std::size_t i = 0; i < areas.size(); ++i) areas[i].shape = std::move(shapes[i]);
 }
 
-void Tell(const AreaTree& tree, const std::vector<std::string>& levels, Account::Map& map) {
+void Tell(const AreaTree& tree, const std::vector<std::string>& levels, MapAccount& map) {
   for (std::size_t level = 0; level < levels.size(); ++level) {
     const auto isThere = [=](const Area& area) { return area.Level() == level + 1; };
     const auto count = std::count_if(tree.areas.begin(), tree.areas.end(), isThere);
@@ -238,7 +265,6 @@ void Tell(const AreaTree& tree, const std::vector<std::string>& levels, Account:
   }
   for (const Area& area : tree.areas) map.rings += area.shape.size();
   map.vertices = CountVertices(tree.areas);
-  map.merged = tree.merged;
   map.dissolved = tree.dissolved;
   map.bare = tree.bare;
   for (const LevelCodes& codes : tree.codes) {
@@ -260,16 +286,17 @@ SourceAreas ReadSources(const Options& options, Account& account, const Progress
   CheckWanted(options, sources);
   result.inDegrees = sources.front().file->InDegrees();
   for (const Source& source : sources) {
-    if (source.file->InDegrees() == result.inDegrees) continue;
+    if (source.file->Fits(*sources.front().file)) continue;
     throw WrongRequest(source.file->Path() + " and " + sources.front().file->Path() +
-                       " have coordinates of two kinds; project them to one with --crs");
+                       " have coordinates of two systems; project them to one with --crs");
   }
 
   std::vector<LevelCodes> codes(key.size());
   if (!options.keysFile.empty()) {
-    codes = CodesOf(ReadKeys(options.keysFile), key.size(), options.keysFile);
+    result.earlierKeys = ReadKeys(options.keysFile);
+    codes = CodesOf(result.earlierKeys, key.size(), options.keysFile);
   }
-  Account::Map& map = account.map.emplace();
+  MapAccount& map = account.map.emplace();
   map.inDegrees = result.inDegrees;
   TreeBuilder builder(std::move(codes));
   Steps steps(sources, progress);

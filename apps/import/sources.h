@@ -21,6 +21,7 @@ using Progress = std::function<void(int percent)>;
 struct SourceAreas {
   AreaTree tree;
   std::vector<std::string> levels;
+  std::vector<KeyRow> earlierKeys;  // of the keys file that was read
   bool inDegrees = false;
   std::vector<Identity> identities;                 // by the fields of the join
   std::vector<std::vector<std::string>> variables;  // for each of the options, a text for each area

@@ -8,6 +8,7 @@
 
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
+#include "kit/tables/csv_text.h"
 #include "kit/tables/number_cell.h"
 #include "kit/tables/numbers.h"
 #include "kit/tables/table.h"
@@ -21,7 +22,12 @@ std::vector<int> ChosenColumns(const Table& table, const std::vector<int>& joine
                                const Options& options, std::vector<std::string>& leftOut) {
   std::vector<int> columns;
   if (!options.columns.empty()) {
-    for (const std::string& name : options.columns) columns.push_back(table.FindColumn(name));
+    for (const std::string& name : options.columns) {
+      const int column = table.FindColumn(name);
+      if (std::find(columns.begin(), columns.end(), column) == columns.end()) {
+        columns.push_back(column);
+      }
+    }
     return columns;
   }
   const NumberOptions numbers{options.decimal, options.missing};
@@ -49,6 +55,32 @@ void ForgetOtherLevels(const DataAreas& areas, JoinResult& join) {
   });
 }
 
+// The decimal mark of fields, of which some are texts: found as in a table that has them.
+DecimalMark MarkOf(const Options& options, const std::vector<std::vector<std::string>>& texts,
+                   Account& account) {
+  if (options.decimal || texts.empty() || texts.front().empty()) {
+    return options.decimal.value_or(DecimalMark::point);
+  }
+  std::string text = "number";
+  std::vector<int> columns;
+  for (const std::string& name : options.variables) {
+    text += ',';
+    AppendCsv(text, name);
+    columns.push_back(static_cast<int>(columns.size()) + 1);
+  }
+  for (std::size_t area = 0; area < texts.front().size(); ++area) {
+    text += '\n' + std::to_string(area + 1);
+    for (const std::vector<std::string>& field : texts) {
+      text += ',';
+      AppendCsv(text, field[area]);
+    }
+  }
+  const Table table = ParseTable(std::move(text), "the areas' fields", {Encoding::utf8, ','});
+  const NumberFormat format = FindNumberFormat(table, columns, {{}, options.missing});
+  account.notes.insert(account.notes.end(), format.notes.begin(), format.notes.end());
+  return format.decimal;
+}
+
 std::string SeparatorName(char separator) {
   return separator == '\t' ? "tab" : std::string(1, separator);
 }
@@ -60,7 +92,7 @@ std::vector<DataColumn> TableColumns(const Options& options, const DataAreas& ar
   const Table table = ReadTable(options.table, {options.encoding, options.separator});
   std::vector<int> joined;
   for (const JoinPair& pair : options.join) joined.push_back(table.FindColumn(pair.column));
-  Account::Data& data = *account.data;
+  DataAccount& data = *account.data;
   const std::vector<int> columns = ChosenColumns(table, joined, options, data.leftOut);
   const NumberFormat format = FindNumberFormat(table, columns, {options.decimal, options.missing});
   JoinResult join =
@@ -88,6 +120,7 @@ std::vector<DataColumn> TableColumns(const Options& options, const DataAreas& ar
   data.decimal = format.decimal == DecimalMark::comma ? "comma" : "point";
   data.rows = static_cast<std::size_t>(table.RowCount());
   data.matched = join.matched;
+  data.near = join.near;
   const auto tell = [&](const std::vector<std::string>& notes) {
     for (const std::string& note : notes) account.notes.push_back(options.table + ": " + note);
   };
@@ -115,7 +148,8 @@ std::vector<DataColumn> TableColumns(const Options& options, const DataAreas& ar
 
 std::vector<DataColumn> FieldColumns(const Options& options, const DataAreas& areas,
                                      const std::vector<std::vector<std::string>>& texts,
-                                     std::vector<bool>& rows) {
+                                     std::vector<bool>& rows, Account& account) {
+  const DecimalMark decimal = MarkOf(options, texts, account);
   std::vector<DataColumn> result;
   for (std::size_t i = 0; i < texts.size(); ++i) {
     DataColumn& to = result.emplace_back();
@@ -124,8 +158,7 @@ std::vector<DataColumn> FieldColumns(const Options& options, const DataAreas& ar
       const std::string& text = texts[i][area];
       std::string& value = to.values.emplace_back();
       if (IsMissing(text, options.missing)) continue;
-      std::optional<NormalNumber> number =
-          NormalNumberOf(BareNumberOf(text), options.decimal.value_or(DecimalMark::point));
+      std::optional<NormalNumber> number = NormalNumberOf(BareNumberOf(text), decimal);
       if (!number) {
         throw Failed("area " + Quoted(areas.names[area]) + ", field " +
                      Quoted(options.variables[i]) + ": " + Quoted(text) +

@@ -29,7 +29,7 @@ std::vector<DataColumn> TableColumns(const Options& options, const DataAreas& ar
 // Fields of the areas as columns; `texts` has one for each variable and area.
 std::vector<DataColumn> FieldColumns(const Options& options, const DataAreas& areas,
                                      const std::vector<std::vector<std::string>>& texts,
-                                     std::vector<bool>& rows);
+                                     std::vector<bool>& rows, Account& account);
 
 }  // namespace vexel::import
 

@@ -232,7 +232,8 @@ bool LooksLikeNumbers(const Table& table, int column, const NumberOptions& optio
   int others = 0;
   for (int row = 0; row < table.RowCount(); ++row) {
     const std::string_view cell = table.Cell(row, column);
-    if (!IsMissing(cell, options.missing)) ++(IsNumber(cell) ? numbers : others);
+    if (!IsMissing(cell, options.missing))
+      ++(IsNumber(cell) || IsMarkedNumber(cell) ? numbers : others);
   }
   return numbers > 0 && numbers >= others;
 }

@@ -196,7 +196,7 @@ Table ParseTable(std::string bytes, const std::string& name, const TableOptions&
   std::optional<char> separator = options.separator ? options.separator : stated;
   if (!separator) {
     separator = LikelySeparator(rest);
-    notes.push_back(SeparatorNote(separator));
+    if (separator != ',') notes.push_back(SeparatorNote(separator));  // commas are what one expects
   }
   const std::size_t start = text.size() - rest.size();
   return CellReader(name, encoding, separator.value_or(','), std::move(text), start)

@@ -7,6 +7,7 @@
 
 #include "codes.h"
 #include "importing.h"
+#include "kit/view/page.h"
 #include "kit/view/view.h"
 #include "loose_form.h"
 #include "support/refusal.h"
@@ -29,10 +30,10 @@ TEST(ImportData, HasARowForEachAreaThatHasOne) {
   EXPECT_TRUE(
       data.starts_with("[MapDataFile]\nVersion=Ortex 3.2\nMapFile=to\nAreaLevels=1\n"
                        "Variables=3\n"));
-  EXPECT_EQ(
-      RowsOf(data),
-      "id\tArea Name\tn\trate\tpop\n1\t~\t2\t2.50\t1000\n2\t~\t2\tN/A\t12\n3\t~\t2\tN/A\tN/A\n"
-      "4\t~\t2\t-3\tN/A\n");
+  EXPECT_EQ(RowsOf(data),
+            "id\tArea "
+            "Name\tn\trate\tpop\n1\t~\t2.7\t2.50\t1000\n2\t~\t2.7\tN/A\t12\n3\t~\t2.7\tN/A\tN/A\n"
+            "4\t~\t2.7\t-3\tN/A\n");
   EXPECT_EQ(account.data->leftOut, std::vector<std::string>{"name"});
   EXPECT_EQ(account.data->decimal, "comma");
   EXPECT_EQ(account.data->separator, ";");
@@ -67,8 +68,11 @@ TEST(ImportData, TellsWhatDoesNotMatch) {
       std::string::npos)
       << told;
 
+  folder.Write("t.csv", "code,v\n1,5\n01,1\n9,2\n2,3\n");
   const Account loose = folder.Run(words + "--loose --force");
-  EXPECT_EQ(loose.data->Count(Unmatched::Kind::duplicate), 2U);  // "1" after "01"
+  EXPECT_EQ(RowsOf(folder.Read("to.mdf")), "id\tArea Name\tv\n1\t~\t1\n2\t~\t3\n");
+  EXPECT_EQ(loose.data->Count(Unmatched::Kind::duplicate), 1U);  // "1", though it comes first
+  EXPECT_EQ(loose.data->near, 1U);
   const std::vector<std::string> before = folder.List();
   const std::string kept = folder.Read("to.mdf");
   folder.Write("t.csv", "code,v\n01,7\n");
@@ -88,6 +92,10 @@ TEST(ImportData, JoinsByAllLevelsAndTakesNoRowForSeveralAreas) {
   folder.Run(words + "--join g=group,i=id");
   EXPECT_EQ(RowsOf(folder.Read("to.mdf")),
             "group\tid\tArea Name\tv\n1\t1\t~\t1\n2\tX\t~\t3\n2\t1\t~\t2\n");
+  folder.Write("t.csv", "g,i,n,v\nA,,,7\nB,,,8\n");
+  folder.Run(words + "--join g=group --force");
+  EXPECT_EQ(RowsOf(folder.Read("to.mdf")), "group\tid\tArea Name\tv\n1\tX\t~\t7\n2\tX\t~\t8\n");
+  folder.Write("t.csv", "g,i,n,v\nA,1,Same,1\nB,1,Same,2\nB,,Land,3\n");
   EXPECT_NE(folder.Refusal(words + "--join n=name --force").find("\"Same\", which names several"),
             std::string::npos);
   folder.Write("t.csv", "i,n,v\n01,Ärea,1\n02,Two,2\n03,Two,3\n");
@@ -146,8 +154,9 @@ TEST(ImportData, IsRefusedAsAWhole) {
        "t.csv: no row finds an area, the first, row 2, looks for \"77\""},
       {"id,v\n1,1\n", "--join id", "which is near \"Ärea, one\": --loose joins such rows"},
       {"id,v\n01,a\n", "--join id", "t.csv: has no column of numbers beside the join"},
-      {"id,v\n01,1\n", "--join no=id", "no"},
-      {"id,v\n01,1\n", "--join id --columns w", "w"},
+      {"id,v\n01,1\n", "--join no=id", "t.csv: no column \"no\""},
+      {"id,v\n01,1\n", "--join id --columns w", "t.csv: no column \"w\""},
+      {"id,v\n01,1*\n02,2*\n", "--join id", "t.csv: row 2, column \"v\": \"1*\" is no number"},
   };
   for (const auto& [table, words, said] : kCases) {
     folder.Write("t.csv", table);
@@ -175,11 +184,15 @@ TEST(ImportData, BringsTheSampleBack) {
     request.variable = variable;
     request.level = 2;
     request.groups = 5;
+    request.noTitle = true;
     return std::make_unique<View>(request);
   };
   const auto shipped = viewOf(VEXEL_SAMPLES_DIR "/us-conus.mdf", "4");
   const auto imported = viewOf(folder.Path("to.mdf"), "unemployment_rate");
   ASSERT_EQ(imported->legend.numGroups, shipped->legend.numGroups);
+  WriteGif(*shipped, folder.Path("shipped.gif"));
+  WriteGif(*imported, folder.Path("imported.gif"));
+  EXPECT_EQ(folder.Read("imported.gif"), folder.Read("shipped.gif"));
   EXPECT_EQ(imported->map.GetBoundRect(), shipped->map.GetBoundRect());
   for (int i = 0; i < shipped->map.GetNumChildren(); ++i) {
     const CMapOb& state = *shipped->map.GetChild(i);
@@ -207,11 +220,15 @@ TEST(ImportCodes, StayAndLeaveRoomForOthers) {
   EXPECT_EQ(assigned({}, {"01", "7", "2A", "007x"}), "007x=8 01=1 2A=9 7=7 ");
   EXPECT_EQ(assigned({}, {"01", "1", "001"}),
             "001=2 01=3 1=1 [\"1\" and \"001\"][\"1\" and \"01\"]");
-  EXPECT_EQ(assigned({}, {"0", "4294967297", "-5"}), "-5=1 0=0 4294967297=2 ");
+  EXPECT_EQ(assigned({}, {"0", "4294967297", "-5", "2147483647"}),
+            "-5=1 0=0 2147483647=2 4294967297=3 ");
   LevelCodes kept;
   kept.Keep("b", 3);
   kept.Keep("b", 3);
   EXPECT_EQ(assigned(kept, {"a", "b", "3", "2"}), "2=2 3=4 a=5 b=3 (3)");
+  LevelCodes zeros;
+  zeros.Keep("01", 5);
+  EXPECT_EQ(assigned(zeros, {"001", "2"}), "001=5 2=2 ");
   EXPECT_EQ(test::Refusal([&] { kept.Keep("b", 4); }), "\"b\" has two codes, 3 and 4");
   EXPECT_EQ(test::Refusal([&] { kept.Keep("c", 3); }),
             "the code 3 belongs to both \"b\" and \"c\"");
@@ -227,6 +244,7 @@ TEST(ImportCodes, ComeFromTheKeysFileOfLastYear) {
                              Importing::Feature("", "", "Two", Importing::Square(3, 0, 1))}));
   folder.Run("@more.geojson --name name --key name --keys @to.keys.csv --force");
   EXPECT_EQ(folder.TreeOf("to.map"), "name Two (3) 4 Aachen (5) 4 ");
+  EXPECT_NE(folder.Read("to.keys.csv").find("1,1,Four,1,Four\n"), std::string::npos);  // is gone
   folder.Write("bad.csv", "level,key,value,code,name\n1,x,a,1,b\n");
   EXPECT_EQ(folder.Refusal("@more.geojson --key name --keys @bad.csv --force"),
             "bad.csv: row 2: \"x\" is no key such as 12,3");

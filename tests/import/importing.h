@@ -47,7 +47,7 @@ class Importing : public test::TempDir {
   static std::string Feature(const std::string& group, const std::string& id,
                              const std::string& name, const std::string& rings) {
     return R"({"type":"Feature","properties":{"group":")" + group + R"(","id":")" + id +
-           R"(","name":")" + name + R"(","n":)" + std::to_string(id.size()) +
+           R"(","name":")" + name + R"(","n":)" + std::to_string(id.size()) + ".7" +
            R"(},"geometry":{"type":"Polygon","coordinates":[)" + rings + "]}}";
   }
 
