@@ -108,7 +108,7 @@ void AddData(const DataAccount& data, std::vector<std::string>& lines) {
       lines.push_back(Sentence(texts.size(), kind.noun, kind.rest) + ": " + First(texts));
     }
   }
-  if (hasHint) lines.push_back("with --loose those that are near count as the same");
+  if (hasHint) lines.emplace_back("with --loose those that are near count as the same");
   if (!data.unmatched.empty()) lines.push_back("all of these are in " + data.unmatchedFile);
 }
 

@@ -95,7 +95,8 @@ void TreeBuilder::Add(int source, const SourceFields& fields, std::vector<Featur
 
 // Ancestors that no source has, named by the first area in them that tells their name.
 void TreeBuilder::AddParents() {
-  for (std::size_t i = 0; i < tree_.areas.size(); ++i) {
+  // The list grows on the way.
+  for (std::size_t i = 0; i < tree_.areas.size(); ++i) {  // NOLINT(modernize-loop-convert)
     if (tree_.areas[i].Level() < 2) continue;
     std::vector<std::string> above = tree_.areas[i].values;
     above.pop_back();

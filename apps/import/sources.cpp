@@ -89,6 +89,7 @@ const Source& Deepest(const std::vector<Source>& sources) {
 std::vector<std::string> LevelNames(const Options& options, const std::vector<KeyPart>& key) {
   if (options.levels.empty()) {
     std::vector<std::string> names;
+    names.reserve(key.size());
     for (const KeyPart& part : key) {
       names.push_back(part.length == 0 ? part.field
                                        : part.field + ':' + std::to_string(part.length));

@@ -130,6 +130,7 @@ std::vector<int> ColumnsNamed(const Table& table, std::string_view heading) {
 Error NoColumn(const Table& table, std::string_view heading) {
   constexpr std::size_t kMostListed = 12;
   std::vector<std::string_view> names;
+  names.reserve(static_cast<std::size_t>(table.ColumnCount()));
   for (int column = 0; column < table.ColumnCount(); ++column) {
     names.push_back(table.Heading(column));
   }

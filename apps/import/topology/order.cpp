@@ -114,7 +114,7 @@ class HoleIndex {
 
  private:
   std::size_t StripOf(double x) const {
-    const double last = static_cast<double>(strips_.size() - 1);
+    const auto last = static_cast<double>(strips_.size() - 1);
     return static_cast<std::size_t>(std::clamp((x - west_) / width_, 0.0, last));
   }
 

@@ -90,7 +90,7 @@ void SegmentGrid::Measure() {
     north = std::max({north, double{from.y}, double{to.y}});
     length += std::abs(double{to.x} - from.x) + std::abs(double{to.y} - from.y);
   }
-  const double count = static_cast<double>(segments_.size());
+  const auto count = static_cast<double>(segments_.size());
   const double width = east - west_;
   const double height = north - south_;
   cellSize_ = std::max({std::sqrt(width * height / count), length / count / 2,
@@ -100,12 +100,12 @@ void SegmentGrid::Measure() {
 }
 
 std::size_t SegmentGrid::ColumnOf(double x) const {
-  const double last = static_cast<double>(columns_ - 1);
+  const auto last = static_cast<double>(columns_ - 1);
   return static_cast<std::size_t>(std::clamp((x - west_) / cellSize_, 0.0, last));
 }
 
 std::size_t SegmentGrid::RowOf(double y) const {
-  const double last = static_cast<double>(rows_ - 1);
+  const auto last = static_cast<double>(rows_ - 1);
   return static_cast<std::size_t>(std::clamp((y - south_) / cellSize_, 0.0, last));
 }
 
