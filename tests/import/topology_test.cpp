@@ -65,7 +65,7 @@ struct Coverage {
       children[1 + random() % 3].push_back(shapes.size());
       shapes.push_back(Dissolve(PointersTo(area)).value());
     }
-    for (const std::size_t whole : {1, 2, 3, 0}) {
+    for (const std::size_t whole : {1U, 2U, 3U, 0U}) {
       if (whole > 0) children[0].push_back(whole);
       shapes[whole] = Dissolve(ChildrenOf(whole)).value();
     }
@@ -126,15 +126,16 @@ struct Coverage {
       const int row = i / kSide;
       const bool isRing = std::clamp(column, 1, 3) == column && std::clamp(row, 1, 3) == row;
       const auto chance = random() % 100;
-      std::size_t& area = areaOf[i] = areas.size();
+      const auto cell = static_cast<std::size_t>(i);
+      std::size_t& area = areaOf[cell] = areas.size();
       if (isRing) area = column == 2 && row == 2 ? 1 : 0;
-      if (!isRing && chance < 40 && column > 0) area = areaOf[i - 1];
-      if (!isRing && chance >= 40 && chance < 60 && row > 0) area = areaOf[i - kSide];
+      if (!isRing && chance < 40 && column > 0) area = areaOf[cell - 1];
+      if (!isRing && chance >= 40 && chance < 60 && row > 0) area = areaOf[cell - kSide];
       const bool isSea = chance > 85 && (!isRing || area == 1);
       if (!isSea && area == areas.size()) areas.emplace_back();
       if (isSea && !isRing) area = 0;
 
-      const std::size_t node = static_cast<std::size_t>(row) * (kSide + 1) + column;
+      const std::size_t node = static_cast<std::size_t>(row * (kSide + 1) + column);
       Ring outline{east[node]};
       outline.vertices.pop_back();
       const auto append = [&](auto begin, auto end) {

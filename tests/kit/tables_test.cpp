@@ -64,7 +64,10 @@ TEST(Tables, TakeWhatOccurs) {
       {"a,b\n\"\",x\n\"\",\"\"\n", "a|b/|x"},
   };
   for (const auto& [bytes, shown] : kCases) {
-    EXPECT_EQ(Refusal([&] { EXPECT_EQ(Shown(ParseTable(bytes, "t.csv")), shown); }), "") << bytes;
+    const auto read = [&, bytes = bytes, shown = shown] {
+      EXPECT_EQ(Shown(ParseTable(bytes, "t.csv")), shown);
+    };
+    EXPECT_EQ(Refusal(read), "") << bytes;
   }
 }
 
@@ -140,7 +143,9 @@ TEST(Tables, FindColumnsByHeading) {
       {"Households",
        "t.csv: no column \"Households\"; there are Rate, rate, Jobs, Jobs, jobs, A#2"},
   };
-  for (const auto& [name, refusal] : kCases) EXPECT_EQ(Refusal([&] { found(name); }), refusal);
+  for (const auto& [name, refusal] : kCases) {
+    EXPECT_EQ(Refusal([&, name = name] { found(name); }), refusal);
+  }
 }
 
 TEST(Tables, TellTheEncodingThatWasFound) {
