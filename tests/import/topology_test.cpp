@@ -126,11 +126,11 @@ struct Coverage {
       const int row = i / kSide;
       const bool isRing = std::clamp(column, 1, 3) == column && std::clamp(row, 1, 3) == row;
       const auto chance = random() % 100;
-      const auto cell = static_cast<std::size_t>(i);
-      std::size_t& area = areaOf[cell] = areas.size();
+      const auto at = static_cast<std::size_t>(i);
+      std::size_t& area = areaOf[at] = areas.size();
       if (isRing) area = column == 2 && row == 2 ? 1 : 0;
-      if (!isRing && chance < 40 && column > 0) area = areaOf[cell - 1];
-      if (!isRing && chance >= 40 && chance < 60 && row > 0) area = areaOf[cell - kSide];
+      if (!isRing && chance < 40 && column > 0) area = areaOf[at - 1];
+      if (!isRing && chance >= 40 && chance < 60 && row > 0) area = areaOf[at - kSide];
       const bool isSea = chance > 85 && (!isRing || area == 1);
       if (!isSea && area == areas.size()) areas.emplace_back();
       if (isSea && !isRing) area = 0;
