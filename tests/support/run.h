@@ -102,6 +102,8 @@ class Terminal {
     const rlimit limit{*options.fileLimit, *options.fileLimit};
     ::setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, SIG_IGN);
+    // A measured program would leave a cut profile, which no later one could add to.
+    ::setenv("LLVM_PROFILE_FILE", "/dev/null", 1);
   }
   if (::chdir(options.folder.c_str()) == 0) ::execv(argv.front(), argv.data());
   ::_exit(127);
