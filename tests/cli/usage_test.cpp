@@ -47,7 +47,8 @@ TEST_F(Cli, SaysWhyItRefusesAndLeavesNothing) {
     std::string told;  // what standard error must hold in any letter case, cut by '|'
   } kRefusals[] = {
       {"rendr land.mdf", 2, "rendr|render"},
-      {"frobnicate", 2, "render, locate, info, compile, decompile, convert, check, import, palettes, tree"},
+      {"frobnicate", 2,
+       "render, locate, info, compile, decompile, convert, check, import, palettes, tree"},
       {"render", 2, "DATA"},
       {"render land.mdf --pallete blue", 2, "--pallete|mean --palette"},
       {"render land.mdf --var Brths", 2, "--var|Brths|mean Births"},
