@@ -191,13 +191,15 @@ void ImportAreas(const Options& options, cli::CliHost& host, Outputs& outputs, A
                                : options.mapName;
   account.map->file = outputs.PathOf(".map");
   std::string text = MapText(sources.tree, name, sources.levels, sources.inDegrees);
-  if (options.compile) outputs.Add(".mpc", CompiledMap(text, host));
+  std::string compiled = options.compile ? CompiledMap(text, host) : "";
   std::error_code error;
   if (!options.compile && std::filesystem::exists(outputs.PathOf(".mpc"), error)) {
     account.notes.push_back(outputs.PathOf(".mpc") +
                             " is of an earlier import; the newer text map is taken instead of it");
   }
   outputs.Add(".map", std::move(text));
+  // Behind it, as of the two forms the one written last is loaded.
+  if (options.compile) outputs.Add(".mpc", std::move(compiled));
   outputs.Add(".keys.csv", KeysOf(sources.tree, sources.earlierKeys));
   if (options.table.empty() && options.variables.empty()) return;
   AddData(options, AreasOf(sources), sources.levels, sources.variables, outputs, account);

@@ -165,7 +165,7 @@ TEST(ImportMap, ProjectsWhereAskedAndKnowsWhatAPlaneIs) {
 
 TEST(ImportMap, CompilesTheMapThatItWrites) {
   const Importing folder;
-  folder.Run("@areas.geojson --compile " + std::string(kGrouped));
+  const Account account = folder.Run("@areas.geojson --compile " + std::string(kGrouped));
   cli::CliHost host;
   const CurrentHost current(host);
   CVELAMap text;
@@ -176,6 +176,9 @@ TEST(ImportMap, CompilesTheMapThatItWrites) {
   compiled.Count(nodes);
   EXPECT_EQ(nodes, 7);
   EXPECT_EQ(text.GetBoundRect(), compiled.GetBoundRect());
+  // Of the two the one written last is loaded.
+  EXPECT_EQ(account.files, (std::vector<std::string>{folder.Path("to.map"), folder.Path("to.mpc"),
+                                                     folder.Path("to.keys.csv")}));
 }
 
 TEST(ImportMap, RefusesWithTheFixAndWritesNothing) {
