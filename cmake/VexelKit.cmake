@@ -16,11 +16,13 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/publish/pixels.h
   kit/publish/raster.h
   kit/publish/svg.h
+  kit/report/csv.h
   kit/report/map_page.h
   kit/report/page_html.h
   kit/report/report.h
   kit/report/summary.h
   kit/report/write_page.h
+  kit/request/arguments.h
   kit/request/error.h
   kit/request/hints.h
   kit/request/json_request.h
@@ -34,9 +36,9 @@ set(VEXEL_KIT_PUBLIC_HEADERS
   kit/tables/encoding.h
   kit/tables/numbers.h
   kit/tables/table.h
+  kit/view/area_finder.h
   kit/view/listener.h
   kit/view/load.h
-  kit/view/locate.h
   kit/view/map_facts.h
   kit/view/page.h
   kit/view/view.h)

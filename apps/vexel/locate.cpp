@@ -1,7 +1,5 @@
 // The area at a pixel of a page.
 
-#include "kit/view/locate.h"
-
 #include <vexel/messages/messages.h>
 
 #include <algorithm>
@@ -16,6 +14,7 @@
 #include "kit/files/printable.h"
 #include "kit/request/error.h"
 #include "kit/request/json_text.h"
+#include "kit/view/area_finder.h"
 #include "kit/view/view.h"
 
 namespace vexel::cli {

@@ -38,6 +38,14 @@ void GifPage::DrawAreas() {
   }
 }
 
+std::string GifText(View& view) {
+  const CurrentHost current(view.listener);
+  GifPage page(view, "");
+  page.Draw();
+  const std::vector<unsigned char> bytes = page.GetFileBytes();
+  return {bytes.begin(), bytes.end()};
+}
+
 void WriteGif(View& view, const std::string& file) {
   const CurrentHost current(view.listener);
   GifPage page(view, file);

@@ -34,6 +34,9 @@ class VEXEL_API GifPage : public CMapGif {
 // place of letters that the picture's fonts do not have.
 VEXEL_API std::vector<std::string> PageNotes(View& view, const CMapGif& page);
 
+// Draws the page; the bytes of its file.
+VEXEL_API std::string GifText(View& view);
+
 // Draws the page and writes it to a file, which takes its place only when it is whole. Throws an
 // Error of kind failure.
 VEXEL_API void WriteGif(View& view, const std::string& file);

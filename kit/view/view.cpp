@@ -25,6 +25,22 @@ void Select(CVELAData& data, const Request& request) {
   data.SetCalcSelected(*request.calculation);
 }
 
+// Each as it is before a request has had its say.
+void ForgetSelection(CVELAData& data) {
+  data.SetVar1Selected(0);
+  data.SetVar2Selected(-1);
+  data.SetCalcSelected(-1);
+}
+
+void ForgetClasses(CLegend& legend) {
+  const CLegend fresh;
+  legend = fresh;
+  legend.values.RemoveAll();
+  legend.decimals = fresh.decimals;
+  legend.numMissing = fresh.numMissing;
+  legend.lastIndex = fresh.lastIndex;
+}
+
 void CheckLevel(const CVELAMap& map, int level) {
   const int deepest = std::max(map.GetNumMapLevels() - 1, 1);
   if (level <= deepest) return;
@@ -121,11 +137,31 @@ View::View(Request pageRequest, Listener* pageListener)
   map.legend = &legend;
   data.map = &map;
   const CurrentHost current(listener);
+  hostSeparators_ = listener.GetSeparators();
   if (request.separators) listener.SetSeparators(*request.separators);
   LoadData(data, request.data, request.map, listener);
+  Prepare();
+}
+
+void View::Prepare() {
   Select(data, request);
   ChooseAreas(*this);
   Classify(*this);
+}
+
+void View::Show(Request pageRequest) {
+  pageRequest.data = std::move(request.data);
+  pageRequest.map = std::move(request.map);
+  request = std::move(pageRequest);
+  grouping = GroupingOf(request);
+  notes.clear();
+  const CurrentHost current(listener);
+  listener.SetSeparators(request.separators.value_or(hostSeparators_));
+  ForgetSelection(data);
+  ForgetClasses(legend);
+  map.ZoomTo(&map);
+  map.PrepareLevelDrawing(1);
+  Prepare();
 }
 
 std::optional<double> ValueOf(const View& view, const CMapOb& area) {

@@ -17,8 +17,8 @@
 
 namespace vexel {
 
-// Loads, selects, zooms, calculates and classifies: from there on a page can be drawn, of it and of
-// nothing else. One thread works with a view; different threads may have views of their own.
+// Loads, selects, zooms, calculates and classifies: from there on a page can be drawn of it. One
+// thread works with a view; different threads may have views of their own.
 struct VEXEL_API View {
   // Throws an Error: of kind request where the request names what the files do not hold, of kind
   // failure where a file cannot be loaded. What the engine has to say goes to the listener, which
@@ -27,7 +27,14 @@ struct VEXEL_API View {
   View(const View&) = delete;
   View& operator=(const View&) = delete;
 
+  // Shows what another request asks for, as a view of its own would, of the files that are loaded;
+  // those that it names do not matter. Throws an Error, and then must be shown something else
+  // before it is used again.
+  void Show(Request pageRequest);
+
  private:
+  void Prepare();
+
   std::unique_ptr<Listener> ownListener_;
 
  public:
@@ -46,6 +53,9 @@ struct VEXEL_API View {
 
   // Sentences on what a user might not expect of the result.
   std::vector<std::string> notes;
+
+ private:
+  NumberSeparators hostSeparators_;  // without a request's own
 };
 
 // The selected value of an area; nothing when it has none.

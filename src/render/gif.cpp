@@ -120,8 +120,10 @@ void CGif::DrawOutlinePolygon(unsigned long color) { OutlineIn(GetRing(), GetRGB
 
 void CGif::FillPolygon(unsigned long color) { FillIn(GetRing(), GetRGB(color)); }
 
+std::vector<unsigned char> CGif::GetFileBytes() { return vexel::EncodeGif(GetImage()); }
+
 int CGif::Save() {
-  if (WriteBytes(vexel::EncodeGif(GetImage()), fileName)) return 1;
+  if (WriteBytes(GetFileBytes(), fileName)) return 1;
   vexel::Tell(CHost::warning, vexel::Message::writeFailed, {.file = fileName.View()}, fileName);
   return 0;
 }

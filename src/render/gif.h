@@ -74,6 +74,9 @@ class VEXEL_API CGif : public CObject {
   // The host's open file for area lines. It stays the host's and must outlive the drawing.
   void SetHtmlFile(CStdioFile* file) { htmlFile = file; }
 
+  // The image as a GIF87a file.
+  std::vector<unsigned char> GetFileBytes();
+
   // Writes the image as GIF87a under the canvas's file name. Nonzero when the file stands whole;
   // else the user has been told, and an earlier file stands as it was.
   int Save();
