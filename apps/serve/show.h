@@ -6,6 +6,7 @@
 #include <vexel/brindle/areastruct.h>
 #include <vexel/platform/geometry.h>
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@
 
 namespace vexel::serve {
 
+// What the table can be sorted by.
+inline constexpr std::array<std::string_view, 3> kSorts{"name", "value", "parent"};
+
 // One state of the page of a data set. Files are never part of it: `request.data` is empty until
 // the server knows the set.
 struct Show {
@@ -23,11 +27,12 @@ struct Show {
   std::string with;  // a second variable to compare, by name or number; empty: none
 
   // The table.
-  std::string sort;       // "name", "value" or "parent"; empty: the order of the map
-  bool down = false;      // from the greatest to the least
-  std::string find;       // text within names
-  std::optional<int> in;  // only areas of this slot of the legend
-  int rows = 1;           // page of the table
+  std::string sort;                 // one of kSorts; empty: the order of the map
+  bool down = false;                // from the greatest to the least
+  std::string find;                 // text within names
+  std::optional<int> in;            // only areas of this slot of the legend
+  int rows = 1;                     // page of the table
+  std::optional<CAreaStruct> area;  // that the reader keeps; its row decides on the page
 
   // What the address says that cannot be: sentences for the reader.
   std::vector<std::string> problems;
@@ -55,8 +60,7 @@ struct Target {
 std::optional<Target> ReadTarget(std::string_view target);
 
 // The normal form, below the base path: what holds anyway is left out, and equal states give equal
-// text. Pictures and files do not depend on the table, which they leave out; all but `at` and `go`
-// read back as the same state.
+// text. A part leaves out what it does not depend on; the page reads back as the same state.
 std::string AddressOf(const Show& show, Part part = Part::page);
 
 }  // namespace vexel::serve

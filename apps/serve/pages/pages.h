@@ -50,14 +50,15 @@ std::string MapPage(const Site& site, View& view, const Show& show, const std::s
 std::string ErrorPage(const Site& site, int status, std::string_view text);
 
 // What the script finds areas by in a picture of few areas.
-std::string OutlinesJson(View& view);
+std::string OutlinesJson(View& view, const Show& show);
 
 // What there is to tell of the area that `target` names by pixel of the GIF page, key, or way from
 // a key: an object, or "null" for none.
 std::string AtJson(const Site& site, View& view, AreaFinder& finder, const Target& target);
 
 // The address, with the base path, to which a click on a pixel of the page's picture leads: that of
-// the area there, or of the page itself.
+// the area there with what is below it; of one with nothing below it, the page with its row; or of
+// the page itself.
 std::string GoAddress(const Site& site, View& view, AreaFinder& finder, const Target& target);
 
 }  // namespace vexel::serve
