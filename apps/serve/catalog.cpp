@@ -11,6 +11,7 @@
 #include "kit/files/files.h"
 #include "kit/request/error.h"
 #include "kit/request/values.h"
+#include "kit/view/load.h"
 #include "kit/view/map_facts.h"
 
 namespace vexel::serve {
@@ -21,17 +22,9 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kBetweenLooks{1};
 
-// The files of which one is the map of a data set.
-std::vector<std::string> MapFilesOf(const View& view) {
-  const std::string name(view.data.mapFile.View());
-  const bool isWhole = name.find(':') != std::string::npos;
-  const std::string base = isWhole ? name : FolderOf(view.request.data) + name;
-  return {base + ".map", base + ".mpc"};
-}
-
 DataSet FactsOf(View& view) {
   DataSet facts;
-  facts.title = view.map.GetMapName().View();
+  facts.title = view.map.GetName().View();
   facts.variables = view.data.GetNumVars();
   facts.areas = static_cast<std::size_t>(CountMap(view.map).areas);
   return facts;
@@ -45,40 +38,31 @@ LoadedSet::Stamp LoadedSet::StampOf(const std::string& path) {
   return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ino, status.st_size};
 }
 
-std::vector<LoadedSet::Stamp> LoadedSet::Stamps() const {
-  std::vector<std::string> files{path_};
-  {
-    const std::lock_guard lock(mutex_);
-    files.insert(files.end(), sources_.begin(), sources_.end());
-  }
-  std::vector<Stamp> stamps;
-  stamps.reserve(files.size());
-  for (const std::string& file : files) stamps.push_back(StampOf(file));
+// Which map it is that counts stands in the data file.
+std::vector<LoadedSet::Stamp> LoadedSet::Look() {
+  std::vector<Stamp> stamps{StampOf(path_)};
+  if (stamps_.empty() || stamps_.front() != stamps.front()) mapFiles_ = MapFilesOf(path_);
+  for (const std::string& file : mapFiles_) stamps.push_back(StampOf(file));
   return stamps;
 }
 
 void LoadedSet::Load() {
-  // The stamps come first: what changes while it is read is read again.
-  const Stamp before = StampOf(path_);
+  // Looked at first: what changes while it is read is read again.
+  looked_ = std::chrono::steady_clock::now();
+  stamps_ = Look();
   try {
     Borrow("");
   } catch (const Error&) {
   }
-  stamps_ = Stamps();
-  stamps_.front() = before;
-  looked_ = std::chrono::steady_clock::now();
 }
 
 std::uint64_t LoadedSet::Version() {
   const auto now = std::chrono::steady_clock::now();
   if (now - looked_ < kBetweenLooks) return version_;
   looked_ = now;
-  std::vector<Stamp> stamps = Stamps();
-  // Another map is known only once the data file that names it has been loaded.
-  const bool hasChanged =
-      !std::equal(stamps.begin(), stamps.end(), stamps_.begin(), stamps_.end());
-  stamps_ = std::move(stamps);
-  return hasChanged ? ++version_ : version_.load();
+  std::vector<Stamp> stamps = Look();
+  if (std::exchange(stamps_, stamps) != stamps) ++version_;
+  return version_;
 }
 
 std::unique_ptr<View> LoadedSet::FirstView() const {
@@ -120,7 +104,6 @@ std::unique_ptr<KeptView> LoadedSet::LoadView(std::uint64_t version) {
     loaded_ = version;
   }
   trouble_.clear();
-  sources_ = MapFilesOf(*kept->view);
   described_ = std::move(facts);
   baseLevel_ = kept->view->request.level;
   ++lent_;
@@ -140,15 +123,16 @@ std::unique_ptr<KeptView> LoadedSet::TakeFree(std::string_view wanted) {
 
 LoadedSet::Loan LoadedSet::Borrow(std::string_view wanted) {
   const std::uint64_t version = version_;
+  bool isBroken = false;
   {
-    std::unique_lock lock(mutex_);
+    const std::lock_guard lock(mutex_);
     if (loaded_ >= version) {
       if (auto kept = TakeFree(wanted)) return {*this, std::move(kept), {}};
     }
-    lock.unlock();
-    if (tried_ < version) {
-      if (auto kept = LoadView(version)) return {*this, std::move(kept), {}};
-    }
+    isBroken = tried_ >= version;
+  }
+  if (!isBroken) {
+    if (auto kept = LoadView(version)) return {*this, std::move(kept), {}};
   }
   // The files are broken: what was loaded of them before goes on.
   std::unique_lock lock(mutex_);

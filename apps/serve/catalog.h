@@ -85,7 +85,7 @@ class LoadedSet {
   };
   static Stamp StampOf(const std::string& path);
 
-  std::vector<Stamp> Stamps() const;
+  std::vector<Stamp> Look();
   std::unique_ptr<KeptView> TakeFree(std::string_view wanted);
   std::unique_ptr<KeptView> LoadView(std::uint64_t version);
   std::unique_ptr<View> FirstView() const;
@@ -99,16 +99,16 @@ class LoadedSet {
 
   // Of the thread that asks for versions.
   std::chrono::steady_clock::time_point looked_;
-  std::vector<Stamp> stamps_;
+  std::vector<Stamp> stamps_;  // of the data file and its map's
+  std::vector<std::string> mapFiles_;
 
   mutable std::mutex mutex_;
   std::condition_variable returned_;
   std::vector<std::unique_ptr<KeptView>> free_;
-  std::size_t lent_ = 0;             // of the version that is loaded
-  std::uint64_t loaded_ = 0;         // the version of the views here; 0: none yet
-  std::uint64_t tried_ = 0;          // the last version that could not be loaded
-  std::string trouble_;              // why
-  std::vector<std::string> sources_;  // the files of a map that may be the set's
+  std::size_t lent_ = 0;      // of the version that is loaded
+  std::uint64_t loaded_ = 0;  // the version of the views here; 0: none yet
+  std::uint64_t tried_ = 0;   // the last version that could not be loaded
+  std::string trouble_;       // why
   DataSet described_;
   std::optional<int> baseLevel_;
 };
