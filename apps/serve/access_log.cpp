@@ -29,8 +29,8 @@ double Milliseconds(std::chrono::microseconds duration) {
 std::string TextLine(const LogEntry& entry) {
   std::string line = TimeText(entry.time) + ' ';
   line.append(entry.client).append(" \"");
-  std::string asked(entry.method);
-  asked.append(" ").append(entry.target);
+  std::string asked(entry.method.empty() ? "-" : entry.method);
+  if (!entry.target.empty()) asked.append(" ").append(entry.target);
   // A quote would end what is quoted.
   for (const char c : Printable(asked)) line.append(c == '"' ? "%22" : std::string(1, c));
   line += "\" " + std::to_string(static_cast<int>(entry.status)) + ' ';

@@ -30,6 +30,16 @@ DataSet FactsOf(View& view) {
   return facts;
 }
 
+// In the order of their names; none when the folder cannot be read.
+std::vector<std::string> DataFilesIn(const std::string& folder, std::error_code& error) {
+  std::vector<std::string> files;
+  for (fs::directory_iterator entry(folder, error), end; entry != end; entry.increment(error)) {
+    if (entry->path().extension() == ".mdf") files.push_back(entry->path().string());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
 }  // namespace
 
 LoadedSet::Stamp LoadedSet::StampOf(const std::string& path) {
@@ -180,15 +190,32 @@ Catalog::Catalog(const std::vector<std::string>& sources) {
       Add(source);
       continue;
     }
-    std::vector<std::string> files;
-    for (const auto& entry : fs::directory_iterator(source, error)) {
-      if (entry.path().extension() == ".mdf") files.push_back(entry.path().string());
-    }
+    const std::vector<std::string> files = DataFilesIn(source, error);
     if (error) throw Failed(source, "the folder cannot be read: " + error.message());
     if (files.empty()) throw Failed(source, "there is no data file (*.mdf) in the folder");
-    std::sort(files.begin(), files.end());
     for (const std::string& file : files) Add(file);
+    folders_.push_back(source);
   }
+  looked_ = std::chrono::steady_clock::now();
+}
+
+bool Catalog::LookForMore() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - looked_ < kBetweenLooks) return false;
+  looked_ = now;
+  const std::size_t before = sets_.size();
+  for (const std::string& folder : folders_) {
+    std::error_code ignored;
+    for (const std::string& file : DataFilesIn(folder, ignored)) {
+      if (!Has(file)) Add(file);
+    }
+  }
+  return sets_.size() > before;
+}
+
+bool Catalog::Has(const std::string& path) const {
+  return std::any_of(sets_.begin(), sets_.end(),
+                     [&](const auto& set) { return set->Path() == path; });
 }
 
 // Files that several folders have under one name get numbers behind it.

@@ -122,13 +122,20 @@ class Catalog {
   // Loads each set. Throws the Error of the first when none can be.
   void Load();
 
+  // Looks, at most once a second, for data files that have come into the folders; says whether it
+  // found any. Sets stay, whatever becomes of their files.
+  bool LookForMore();
+
   LoadedSet* Find(std::string_view name);
   std::vector<DataSet> Describe() const;
   const std::vector<std::unique_ptr<LoadedSet>>& Sets() const { return sets_; }
 
  private:
   void Add(const std::string& path);
+  bool Has(const std::string& path) const;
 
+  std::vector<std::string> folders_;
+  std::chrono::steady_clock::time_point looked_;
   std::vector<std::unique_ptr<LoadedSet>> sets_;
 };
 

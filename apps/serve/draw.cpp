@@ -26,7 +26,7 @@ constexpr std::string_view kJson = "application/json";
 // the level; without anything when neither is there.
 std::string WithoutCause(const std::string& query, std::string_view error) {
   std::string name = "level";
-  if (error.starts_with("--")) name = error.substr(2, error.find(':') - 2);
+  if (error.starts_with("--")) name = error.substr(2, error.find_first_of(": ") - 2);
   std::string rest;
   bool isFound = false;
   for (const std::string_view part : Split(query, '&')) {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -54,8 +56,8 @@ class End {
  public:
   End() = default;
   explicit End(int descriptor) : descriptor_(descriptor) {}
-  End(const End&) = delete;
-  End& operator=(const End&) = delete;
+  End(End&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  End& operator=(End&&) = delete;
   ~End() { Close(); }
 
   int Get() const { return descriptor_; }
@@ -81,50 +83,61 @@ struct Pipe {
   End write;
 };
 
-// A child with pipes to its three streams. Whatever happens, it is gone at the end.
+// A nameless file that gives a text, whose reader can go before the end of it.
+End TextFile(std::string_view text) {
+  End file(::memfd_create("request", MFD_CLOEXEC));
+  const bool isWhole =
+      file.IsOpen() &&
+      ::write(file.Get(), text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
+      ::lseek(file.Get(), 0, SEEK_SET) == 0;
+  if (!isWhole) throw Failed("there is no memory for the request");
+  return file;
+}
+
+// A child that reads a text, and whose outputs are taken. Whatever happens, it is gone at the end.
 class Child {
  public:
-  Child(const std::string& program, const std::vector<std::string>& arguments) {
-    Spawn(program, arguments);
-    in_.read.Close();
+  Child(const std::string& program, const std::vector<std::string>& arguments,
+        std::string_view input) {
+    Spawn(program, arguments, TextFile(input));
     out_.write.Close();
     err_.write.Close();
-    for (const End* end : {&in_.write, &out_.read, &err_.read}) {
-      ::fcntl(end->Get(), F_SETFL, O_NONBLOCK);
-    }
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
   ~Child() {
     if (process_ <= 0) return;
     ::kill(process_, SIGKILL);
-    Wait();
+    while (::waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
+    }
   }
 
-  // Feeds it and takes what it says until it has closed both its outputs. False when that takes too
-  // long, or too much comes.
-  bool Talk(std::string_view input, Clock::time_point until) {
+  // Takes what it says until it has closed both its outputs. False when that takes too long, or too
+  // much comes.
+  bool Listen(Clock::time_point until) {
     while (out_.read.IsOpen() || err_.read.IsOpen()) {
       const auto left =
           std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()).count();
-      if (left <= 0 || out.size() > kMostBytes) return false;
-      std::array<pollfd, 3> ends{pollfd{in_.write.Get(), POLLOUT, 0},
-                                 pollfd{out_.read.Get(), POLLIN, 0},
+      if (left <= 0 || out.size() + err.size() > kMostBytes) return false;
+      std::array<pollfd, 2> ends{pollfd{out_.read.Get(), POLLIN, 0},
                                  pollfd{err_.read.Get(), POLLIN, 0}};
       if (::poll(ends.data(), ends.size(), static_cast<int>(left)) < 0 && errno != EINTR) {
         return false;
       }
-      if (ends[0].revents != 0) Feed(input);
-      if (ends[1].revents != 0) Take(out_.read, out);
-      if (ends[2].revents != 0) Take(err_.read, err);
+      if (ends[0].revents != 0) Take(out_.read, out);
+      if (ends[1].revents != 0) Take(err_.read, err);
     }
     return true;
   }
 
-  // Its exit status; -1 when a signal ended it.
-  int Wait() {
+  // Its exit status; -1 when a signal ended it, or when it goes on for too long with nothing more
+  // to say.
+  int Wait(Clock::time_point until) {
     int status = 0;
-    while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+    while (::waitpid(process_, &status, WNOHANG) == 0) {
+      constexpr std::chrono::milliseconds kNap{1};
+      if (Clock::now() >= until) return -1;
+      std::this_thread::sleep_for(kNap);
     }
     process_ = 0;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -134,7 +147,7 @@ class Child {
   std::string err;
 
  private:
-  void Spawn(const std::string& program, std::vector<std::string> arguments) {
+  void Spawn(const std::string& program, std::vector<std::string> arguments, const End& input) {
     std::vector<char*> argv(arguments.size() + 1);
     std::transform(arguments.begin(), arguments.end(), argv.begin(),
                    [](std::string& text) { return text.data(); });
@@ -148,7 +161,7 @@ class Child {
 
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, in_.read.Get(), STDIN_FILENO);
+    ::posix_spawn_file_actions_adddup2(&actions, input.Get(), STDIN_FILENO);
     ::posix_spawn_file_actions_adddup2(&actions, out_.write.Get(), STDOUT_FILENO);
     ::posix_spawn_file_actions_adddup2(&actions, err_.write.Get(), STDERR_FILENO);
     // A connection would otherwise stay open for as long as the child lives.
@@ -173,13 +186,6 @@ class Child {
     if (error != 0) throw Failed(std::string(kProgramName) + " cannot be started");
   }
 
-  void Feed(std::string_view& input) {
-    const ssize_t count = input.empty() ? 0 : ::write(in_.write.Get(), input.data(), input.size());
-    if (count > 0) input.remove_prefix(static_cast<std::size_t>(count));
-    const bool isLost = count < 0 && errno != EAGAIN && errno != EINTR;
-    if (input.empty() || isLost) in_.write.Close();
-  }
-
   static void Take(End& end, std::string& to) {
     std::array<char, 1 << 16> bytes;
     const ssize_t count = ::read(end.Get(), bytes.data(), bytes.size());
@@ -187,7 +193,6 @@ class Child {
     if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) end.Close();
   }
 
-  Pipe in_;
   Pipe out_;
   Pipe err_;
   pid_t process_ = 0;
@@ -210,11 +215,13 @@ Printer::Printer() : Printer(FindProgram(), kPatience) {}
 std::string Printer::Print(const Request& request, const std::string& medium) const {
   if (!program_) throw NotInstalled();
   Child child(*program_,
-              {kProgramName, "--view", "-", "--output", "-", "--format", medium, "--quiet"});
-  if (!child.Talk(JsonText(request), Clock::now() + patience_)) {
+              {kProgramName, "--view", "-", "--output", "-", "--format", medium, "--quiet"},
+              JsonText(request));
+  const Clock::time_point until = Clock::now() + patience_;
+  if (!child.Listen(until)) {
     throw Failed("the page took too long to print");
   }
-  if (child.Wait() == 0 && !child.out.empty()) return std::move(child.out);
+  if (child.Wait(until) == 0 && !child.out.empty()) return std::move(child.out);
   throw Failed("the page could not be printed: " + LastLine(child.err));
 }
 

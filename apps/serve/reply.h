@@ -12,11 +12,11 @@ namespace vexel::serve {
 
 // What of a request counts here, as it came.
 struct Asking {
-  std::string method;
-  std::string target;
-  std::string host;
-  std::string accepted;  // Accept-Encoding
-  std::string known;     // If-None-Match
+  std::string method = {};
+  std::string target = {};
+  std::string host = {};
+  std::string accepted = {};  // Accept-Encoding
+  std::string known = {};     // If-None-Match
   bool keepsAlive = true;
 };
 

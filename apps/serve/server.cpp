@@ -66,8 +66,10 @@ class Hub {
 
   Service& GetService() { return service_; }
   bool IsEnding() const { return isEnding_; }
-  bool IsFull() const { return sessions_.size() >= options_.connections; }
-  bool IsEmpty() const { return sessions_.empty(); }
+
+  // Makes room for one more connection if that can be: whoever asks for nothing, for the longest
+  // time, has to go.
+  bool HasRoom();
 
   void Enter(Session* session) {
     sessions_.insert(session);
@@ -119,6 +121,7 @@ class Session : public std::enable_shared_from_this<Session> {
     parser_->header_limit(kMostHead);
     parser_->body_limit(0);
     isIdle_ = true;
+    begun_ = Clock::now();
     stream_.expires_after(kPatience);
     http::async_read_header(stream_, buffer_, *parser_,
                             [self = shared_from_this()](error_code error, std::size_t) {
@@ -135,16 +138,16 @@ class Session : public std::enable_shared_from_this<Session> {
     Send(hub_.GetService().Refuse(status));
   }
 
-  void CloseIfIdle() {
-    if (isIdle_) Close();
-  }
+  bool IsIdle() const { return isIdle_; }
+  Clock::time_point IdleSince() const { return begun_; }
 
- private:
   void Close() {
+    isIdle_ = false;
     error_code ignored;
     stream_.socket().close(ignored);
   }
 
+ private:
   void OnHead(error_code error) {
     begun_ = Clock::now();
     if (error) return Fail(error);
@@ -195,8 +198,6 @@ class Session : public std::enable_shared_from_this<Session> {
   }
 
   void Fail(error_code error) {
-    asking_ = {};
-    asking_.keepsAlive = false;
     if (error == http::error::header_limit || error == http::error::buffer_overflow) {
       return Turn(HasLine() ? Status::headTooLarge : Status::targetTooLong);
     }
@@ -282,7 +283,21 @@ void Hub::End(std::function<void()> whenEmpty) {
   isEnding_ = true;
   whenEmpty_ = std::move(whenEmpty);
   if (sessions_.empty()) return whenEmpty_();
-  for (Session* session : sessions_) session->CloseIfIdle();
+  for (Session* session : sessions_) {
+    if (session->IsIdle()) session->Close();
+  }
+}
+
+bool Hub::HasRoom() {
+  if (sessions_.size() < options_.connections) return true;
+  Session* longest = nullptr;
+  for (Session* session : sessions_) {
+    const bool isLonger = longest == nullptr || session->IdleSince() < longest->IdleSince();
+    if (session->IsIdle() && isLonger) longest = session;
+  }
+  if (longest == nullptr) return false;
+  longest->Close();
+  return true;
 }
 
 class Listening {
@@ -326,12 +341,11 @@ class Listening {
 
  private:
   void Welcome(tcp::socket socket) {
-    const bool isFull = hub_.IsFull();
-    if (isFull) {
-      ++hub_.GetService().GetMetrics().refusedConnections;
-      return;
-    }
-    std::make_shared<Session>(std::move(socket), hub_)->Read();
+    const bool hasRoom = hub_.HasRoom();
+    const auto session = std::make_shared<Session>(std::move(socket), hub_);
+    if (hasRoom) return session->Read();
+    ++hub_.GetService().GetMetrics().refusedConnections;
+    session->Turn(Status::busy);
   }
 
   // No descriptor is left, perhaps: one will come back.
@@ -346,6 +360,11 @@ class Listening {
   asio::steady_timer again_;
   Hub& hub_;
 };
+
+[[noreturn]] void LeaveAtOnce() {
+  std::fflush(nullptr);
+  std::_Exit(EXIT_SUCCESS);
+}
 
 // Each connection takes a descriptor.
 void AllowFiles(std::size_t connections) {
@@ -373,17 +392,16 @@ void Serve(const Options& options, Catalog& catalog, Printer printer,
     listening.Close();
     lastMoment.expires_after(kLastMoment);
     lastMoment.async_wait([](error_code waited) {
-      if (waited) return;
-      // Whatever is still being drawn can be left where it is.
-      std::fflush(nullptr);
-      std::_Exit(EXIT_SUCCESS);
+      if (!waited) LeaveAtOnce();
     });
     hub.End([&context] { context.stop(); });
   });
   listening.Accept();
   started(listening.Address(options.base));
   context.run();
-  // A pool that still draws for clients that have gone would be waited for.
+  if (hub.GetService().IsIdle()) return;
+  // Nobody waits for what is still being drawn.
+  LeaveAtOnce();
 }
 
 }  // namespace vexel::serve

@@ -143,7 +143,8 @@ AnswerPtr Service::AssetNamed(std::string_view name) const {
   return found == assets_.end() ? Refuse(Status::notFound) : found->second;
 }
 
-AnswerPtr Service::CatalogAnswer() const {
+AnswerPtr Service::CatalogAnswer() {
+  catalog_.LookForMore();
   for (const auto& set : catalog_.Sets()) set->Version();
   Answer answer;
   answer.kind = "page";
@@ -177,7 +178,9 @@ AnswerPtr Service::MetricsAnswer() const {
 }
 
 Service::TicketPtr Service::AskForPart(Route route, Done done) {
-  LoadedSet* const set = catalog_.Find(route.target.show.set);
+  const std::string& name = route.target.show.set;
+  LoadedSet* set = catalog_.Find(name);
+  if (set == nullptr && catalog_.LookForMore()) set = catalog_.Find(name);
   if (set == nullptr) {
     done(Refuse(Status::notFound));
     return nullptr;
@@ -210,9 +213,11 @@ Service::TicketPtr Service::AskForPart(Route route, Done done) {
 
 bool Service::Start(const TicketPtr& ticket) {
   const bool isTaken = workers_.Give([this, ticket] {
-    // A ticket that nobody wants goes back without an answer.
+    // A ticket that nobody wants goes back without an answer when others wait. Who has only closed
+    // his half of the connection looks as if he had gone.
     AnswerPtr answer;
-    if (ticket->wanted_ > 0) answer = Draw(site_, *ticket->set_, ticket->target_, printer_);
+    const bool isWanted = ticket->wanted_ > 0 || workers_.Waiting() == 0;
+    if (isWanted) answer = Draw(site_, *ticket->set_, ticket->target_, printer_);
     post_([this, ticket, answer = std::move(answer)] { Take(ticket, answer); });
   });
   if (!isTaken) ++metrics_.refusedJobs;

@@ -33,7 +33,7 @@ class Service {
   // An answer that is being made for those who asked for it.
   class Ticket {
    public:
-    // Says that one of them no longer wants it. Nobody's answers are not made.
+    // Says that one of them no longer wants it. What nobody wants is not made while others wait.
     void Leave() { --wanted_; }
 
    private:
@@ -61,12 +61,13 @@ class Service {
   AnswerPtr Refuse(Status status) const;
 
   Metrics& GetMetrics() { return metrics_; }
+  bool IsIdle() const { return workers_.AreIdle(); }
   void SetConnections(std::size_t connections) { connections_ = connections; }
 
  private:
   AnswerPtr AtOnce(const Asking& asking, const Route& route);
   AnswerPtr AssetNamed(std::string_view name) const;
-  AnswerPtr CatalogAnswer() const;
+  AnswerPtr CatalogAnswer();
   AnswerPtr HealthAnswer() const;
   AnswerPtr MetricsAnswer() const;
   TicketPtr AskForPart(Route route, Done done);

@@ -34,17 +34,24 @@ std::size_t Workers::Waiting() const {
   return jobs_.size();
 }
 
+bool Workers::AreIdle() const {
+  const std::lock_guard lock(mutex_);
+  return jobs_.empty() && busy_ == 0;
+}
+
 void Workers::Work() {
+  std::unique_lock lock(mutex_);
   while (true) {
-    Job job;
-    {
-      std::unique_lock lock(mutex_);
-      changed_.wait(lock, [this] { return ends_ || !jobs_.empty(); });
-      if (ends_) return;
-      job = std::move(jobs_.front());
-      jobs_.pop_front();
-    }
+    changed_.wait(lock, [this] { return ends_ || !jobs_.empty(); });
+    if (ends_) return;
+    Job job = std::move(jobs_.front());
+    jobs_.pop_front();
+    ++busy_;
+    lock.unlock();
     job();
+    job = nullptr;
+    lock.lock();
+    --busy_;
   }
 }
 

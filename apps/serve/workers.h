@@ -30,6 +30,9 @@ class Workers {
 
   std::size_t Waiting() const;
 
+  // Whether nothing is waiting or under way.
+  bool AreIdle() const;
+
  private:
   void Work();
 
@@ -37,6 +40,7 @@ class Workers {
   mutable std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<Job> jobs_;
+  int busy_ = 0;
   bool ends_ = false;
   std::vector<std::thread> threads_;
 };
