@@ -87,12 +87,6 @@ void AppendRows(std::string& page, const View& view, const Drawing& drawing,
   }
 }
 
-std::string LevelHeading(const View& view) {
-  const int level = view.map.GetDrawLevel();
-  const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
-  return isNamed ? MarkupText(XmlText(view.map.GetLevelName(level).View())) : "Area";
-}
-
 // A length in page pixels, as text in steps of the drawing's grid.
 std::string InSteps(const Drawing& drawing, double pixels) {
   return std::to_string(std::lround(pixels * drawing.grid));
@@ -124,7 +118,7 @@ std::string Body(View& view, const Drawing& drawing, const AreaParents& parents,
                  {"LEGENDROWS", LegendRows(view.legend, drawing)},
                  {"STATE", " data-rows=\"" + rows + (hasRows ? "\" open" : "\" hidden")},
                  {"AREAS", (count > 1 ? "all " : "") + areas},
-                 {"LEVEL", LevelHeading(view)},
+                 {"LEVEL", LevelHeading(view.map)},
                  {"WITHIN", parents.AreAny() ? "<th scope=\"col\" id=\"within\">Part of</th>" : ""},
                  {"VARIABLE", MarkupText(XmlText(SubjectOf(view)))}});
 }
