@@ -8,6 +8,7 @@
 #include "kit/publish/svg.h"
 #include "kit/report/area_parents.h"
 #include "kit/report/area_search.h"
+#include "kit/report/base_style.h"
 #include "kit/report/map_data.h"
 #include "kit/report/map_page_parts.h"
 #include "kit/report/map_page_script.h"
@@ -129,6 +130,7 @@ std::string MapPageText(View& view, const Drawing& drawing, const std::string& p
   const std::string title = MarkupText(drawing.title);
   const AreaParents parents(view);
   std::string page = Filled(kMapPageHead, {{"TITLE", title}});
+  page += kBaseStyle;
   page += kMapPageStyle;
   page += Body(view, drawing, parents, title, picture);
   if (drawing.areas.size() <= kMostRows) AppendRows(page, view, drawing, parents);

@@ -15,6 +15,7 @@ class VEXEL_API ComparedColumn {
   // A variable by its name or number. Throws an Error of kind request.
   ComparedColumn(View& view, const std::string& variable);
 
+  int Column() const { return column_; }
   std::string Name() const;
 
   // The value of an area, as text.
