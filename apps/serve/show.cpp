@@ -229,9 +229,10 @@ void Append(std::string& query, std::string_view name, std::string_view value) {
 // The viewer's own parameters as far as the part depends on them.
 void AppendOwn(std::string& query, const Show& show, Part part) {
   const bool isPage = part == Part::page;
-  if (!isPage && part != Part::go && part != Part::at) return;
+  const bool tellsValues = part == Part::at || part == Part::outlines;
+  if (!isPage && part != Part::go && !tellsValues) return;
   if (!show.with.empty()) Append(query, "with", show.with);
-  if (part == Part::at) return;
+  if (tellsValues) return;
   if (!show.sort.empty()) Append(query, "sort", show.sort);
   if (!show.sort.empty() && show.down) Append(query, "down", "1");
   if (!isPage) return;

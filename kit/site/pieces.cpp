@@ -25,6 +25,12 @@ bool IsPale(const View& view, const LegendRow& row) {
 
 }  // namespace
 
+Request BareRequest(Request request) {
+  request.noTitle = true;
+  request.noLegend = true;
+  return request;
+}
+
 std::string LinkMarkup(std::string_view address, std::string_view markup,
                        std::string_view attributes) {
   if (address.empty()) return std::string(markup);

@@ -18,6 +18,9 @@ namespace vexel {
 inline constexpr std::size_t kMostDrawnAreas = 5000;
 inline bool HasVectors(const View& view) { return view.areas.size() <= kMostDrawnAreas; }
 
+// A request for the picture on such a page, which has the title and the legend itself.
+VEXEL_API Request BareRequest(Request request);
+
 // A link with markup inside; the markup alone where the address is empty. `attributes` begin with a
 // blank each.
 VEXEL_API std::string LinkMarkup(std::string_view address, std::string_view markup,

@@ -79,7 +79,7 @@ summary{width:fit-content;cursor:pointer}
 .areas caption{position:absolute;width:1px;height:1px;overflow:hidden;clip-path:inset(50%)}
 .areas thead th{position:sticky;top:0;z-index:1;padding-top:.35rem;background:var(--panel);vertical-align:bottom}
 .areas th,.areas td{padding-left:.6rem}
-.areas td:last-child{white-space:nowrap}
+.areas td:last-child,.areas td.n{white-space:nowrap}
 [aria-sort] a::after{content:" \25b4";text-decoration:none}
 [aria-sort=descending] a::after{content:" \25be"}
 tr.lit>th a,tr.lit>td a{color:inherit}
@@ -104,10 +104,10 @@ dl{display:grid;grid-template-columns:max-content 1fr;gap:.25rem 1rem;margin:0 0
 dt{font-weight:600}
 dd{margin:0}
 @media (scripting:none){.sheet{overflow-x:auto}.sheet img{max-width:none}}
-@media (max-width:45rem){main{padding:.6rem .75rem 2rem}header.top{padding:.3rem .75rem}.side{max-width:none}select{max-width:100%}#palettes{position:static}#palettes fieldset{position:static;grid-template-columns:repeat(auto-fill,minmax(9.5rem,1fr));min-width:0}.command{flex-direction:column}}
-@media (min-width:64rem){.view.two{grid-template-columns:repeat(2,minmax(0,1fr))}.two .side{max-width:none}}
+@media (max-width:45rem){main{padding:.6rem .75rem 2rem}header.top{padding:.3rem .75rem}.side{max-width:none}#choices{display:grid;grid-template-columns:repeat(2,minmax(0,1fr))}select,.field input{width:100%;max-width:100%}#choices .more[open]{grid-column:1/-1}#choices>button{justify-self:start}.field:has(#palettes[open]){grid-column:1/-1}#palettes{position:static}#palettes fieldset{position:static;grid-template-columns:repeat(auto-fill,minmax(9.5rem,1fr));min-width:0}.command{flex-direction:column}}
+@media (min-width:64rem){.view.two{grid-template-columns:repeat(2,minmax(0,1fr))}.two .side{flex-basis:100%;max-width:none;display:grid;grid-template-columns:minmax(11rem,1fr) minmax(0,1fr);gap:1.5rem;align-items:start}}
 @media (min-width:100rem) and (min-height:45rem){.view:not(.two) .vectors img{width:960px}}
-@media (min-width:120rem){.body{grid-template-columns:minmax(0,1fr) minmax(32rem,46rem)}#areas{grid-column:2;grid-row:1/span 2}#rows{max-height:min(70rem,85vh)}}
+@media (min-width:120rem){.body{grid-template-columns:minmax(0,1fr) minmax(32rem,46rem);grid-template-rows:auto 1fr}#areas{grid-column:2;grid-row:1/span 2}#rows{max-height:min(70rem,85vh)}}
 @media (min-width:150rem) and (min-height:60rem){.view:not(.two) .vectors img{width:1200px}}
 @media print{header.top,#choices,.tools,.pager,#files,#tip{display:none}#rows{max-height:none;overflow:visible}}
 )css";

@@ -71,9 +71,18 @@ bool AreIn(const Rings& rings, const RingRange& range, double x, double y) {
   return winding != 0;
 }
 
-// The area at a pixel of the publication page.
+// The publication page as it stands on the viewer's page, which says the rest itself.
+Drawing BareDrawing(View& view) {
+  const Request before = view.request;
+  view.request = BareRequest(before);
+  Drawing drawing = Compose(view);
+  view.request = before;
+  return drawing;
+}
+
+// The area at a pixel of it.
 const CMapOb* AreaDrawnAt(View& view, CPoint pixel) {
-  const Drawing drawing = Compose(view);
+  const Drawing drawing = BareDrawing(view);
   constexpr double kMiddle = 0.5;
   const double x = (pixel.x + kMiddle) * drawing.grid;
   const double y = (pixel.y + kMiddle) * drawing.grid;
@@ -91,7 +100,7 @@ void AppendText(std::string& json, std::string_view name, std::string_view text)
 }  // namespace
 
 std::string OutlinesJson(View& view, const Show& show) {
-  const Drawing drawing = Compose(view);
+  const Drawing drawing = BareDrawing(view);
   std::string json = "{\"width\":" + std::to_string(drawing.width * drawing.grid) +
                      ",\"height\":" + std::to_string(drawing.height * drawing.grid) + ",\n";
   AppendMapData(json, view, drawing, AreaParents(view));

@@ -61,7 +61,7 @@ class PageWriter {
 
   std::string Make() {
     Frame frame;
-    frame.title = std::string(view_.map.GenerateTitle().View());
+    frame.title = Title();
     frame.canonical = links_.To(Part::page);
     frame.hasScript = true;
     frame.skip = "areas";
@@ -88,10 +88,15 @@ class PageWriter {
     return compared_ ? std::optional(compared_->Column()) : std::nullopt;
   }
 
+  std::string Title() {
+    const auto& own = show_.request.publication.title;
+    return own && !own->empty() ? *own : std::string(view_.map.GenerateTitle().View());
+  }
+
   std::string Head() {
     return "<div id=\"head\" data-part>\n<nav aria-label=\"Place\"><ol class=\"path\">" +
            PathMarkup(view_, links_) + "</ol></nav>\n<h1><bdi>" +
-           Plain(view_.map.GenerateTitle().View()) + "</bdi></h1>\n</div>\n";
+           Plain(Title()) + "</bdi></h1>\n</div>\n";
   }
 
   std::string Notes() const {
@@ -112,7 +117,9 @@ class PageWriter {
     Panel panel;
     panel.subject = Plain(SubjectOf(view_));
     panel.alternative = MarkupText(AlternativeText(view_));
-    panel.picture = MarkupText(site_.base + AddressOf(show, PicturePart()));
+    Show picture = show;
+    if (HasVectors(view_)) picture.request = BareRequest(show.request);
+    panel.picture = MarkupText(site_.base + AddressOf(picture, PicturePart()));
     panel.legend = LegendMarkup(view_, links, show_.in);
     panel.histogram = HistogramMarkup(view_);
     return panel;
