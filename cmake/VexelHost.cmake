@@ -50,13 +50,6 @@ endfunction()
 vexel_add_program(vexel_host vexel ${host_sources})
 target_link_libraries(vexel_host PRIVATE vexel_render)
 
-# What the viewer's pages are, without the server that sends them.
-file(GLOB pages_sources CONFIGURE_DEPENDS
-  "${PROJECT_SOURCE_DIR}/apps/serve/show.cpp" "${PROJECT_SOURCE_DIR}/apps/serve/pages/*.cpp")
-add_library(vexel_serve_pages OBJECT ${pages_sources})
-target_include_directories(vexel_serve_pages PUBLIC "${PROJECT_SOURCE_DIR}" "${VEXEL_INCLUDE_DIR}")
-target_link_libraries(vexel_serve_pages PRIVATE vexel_options)
-
 # Files of areas are read by a library that brings a hundred others.
 pkg_check_modules(gdal QUIET IMPORTED_TARGET gdal>=3.6)
 if(gdal_FOUND)

@@ -139,24 +139,68 @@ void ReadOwn(Target& target, const Own& own, std::string_view value) {
   }
 }
 
+// Values in which a comma stands between others and never in one: a form encodes it.
+std::string WithPlainCommas(std::string_view name, std::string_view value) {
+  if (name != "bounds" && name != "colors") return std::string(value);
+  std::string plain = PercentDecoded(value);
+  std::erase(plain, ' ');
+  return PercentEncoded(plain, ",");
+}
+
+bool IsList(std::string_view name) {
+  const auto all = AllParameters();
+  return std::any_of(all.begin(), all.end(), [=](const Parameter& parameter) {
+    return parameter.name == name && parameter.kind == ParameterKind::list;
+  });
+}
+
+// What a query says of the request, as ReadQuery takes it: a form has a field for each value of a
+// list.
+class Others {
+ public:
+  void Add(std::string_view part, const std::string& name, std::string_view value) {
+    if (!IsList(name)) {
+      query_.append(query_.empty() ? "" : "&").append(part);
+      return;
+    }
+    const auto found = std::find_if(lists_.begin(), lists_.end(),
+                                    [&](const auto& each) { return each.first == name; });
+    const std::string plain = WithPlainCommas(name, value);
+    if (found == lists_.end()) {
+      lists_.emplace_back(name, plain);
+    } else {
+      found->second.append(",").append(plain);
+    }
+  }
+
+  std::string Take() && {
+    for (const auto& [name, values] : lists_) {
+      query_.append(query_.empty() ? "" : "&").append(name).append("=").append(values);
+    }
+    return std::move(query_);
+  }
+
+ private:
+  std::string query_;
+  std::vector<std::pair<std::string, std::string>> lists_;
+};
+
 void ReadParameters(Target& target, std::string_view query) {
-  std::string others;
+  Others others;
   for (const std::string_view part : Split(query, '&')) {
     const std::size_t equals = part.find('=');
+    const bool isField = equals != std::string_view::npos;
     const std::string name = PercentDecoded(part.substr(0, equals));
-    const std::string_view value =
-        equals == std::string_view::npos ? std::string_view() : part.substr(equals + 1);
+    const std::string_view value = isField ? part.substr(equals + 1) : std::string_view();
     const auto* own =
         std::find_if(kOwn.begin(), kOwn.end(), [&](const Own& each) { return each.name == name; });
     if (own == kOwn.end()) {
-      const bool isField = equals != std::string_view::npos;
-      if (isField && SaysNothing(name, value)) continue;
-      others.append(others.empty() ? "" : "&").append(part);
+      if (!isField || !SaysNothing(name, value)) others.Add(part, name, value);
     } else if (!value.empty() || own->name == "down") {
       ReadOwn(target, *own, value);
     }
   }
-  ReadQuery(target.show.request, others, &target.show.problems);
+  ReadQuery(target.show.request, std::move(others).Take(), &target.show.problems);
 }
 
 void MakeNormal(Show& show) {
@@ -185,9 +229,10 @@ void Append(std::string& query, std::string_view name, std::string_view value) {
 // The viewer's own parameters as far as the part depends on them.
 void AppendOwn(std::string& query, const Show& show, Part part) {
   const bool isPage = part == Part::page;
-  if (!isPage && part != Part::go && part != Part::at) return;
+  const bool tellsValues = part == Part::at || part == Part::outlines;
+  if (!isPage && part != Part::go && !tellsValues) return;
   if (!show.with.empty()) Append(query, "with", show.with);
-  if (part == Part::at) return;
+  if (tellsValues) return;
   if (!show.sort.empty()) Append(query, "sort", show.sort);
   if (!show.sort.empty() && show.down) Append(query, "down", "1");
   if (!isPage) return;

@@ -202,9 +202,7 @@ class Composer {
   }
 
   std::uint16_t FillOf(const CMapOb& area) const {
-    const std::optional<double> value = ValueOf(view_, area);
-    const std::optional<int> group = value ? view_.legend.GroupOf(*value) : std::nullopt;
-    return static_cast<std::uint16_t>(group.value_or(static_cast<int>(kMissing)));
+    return static_cast<std::uint16_t>(SlotOf(view_, area));
   }
 
   void AddAreas(const Placement& placement) {

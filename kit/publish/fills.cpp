@@ -1,5 +1,8 @@
 #include "kit/publish/fills.h"
 
+#include <optional>
+#include <string>
+
 #include "kit/palettes/color.h"
 
 namespace vexel {
@@ -31,6 +34,12 @@ std::vector<FillStyle> FillsOf(const View& view) {
   }
   fills.push_back(MissingFill(view));
   return fills;
+}
+
+int SlotOf(const View& view, const CMapOb& area) {
+  const std::optional<double> value = ValueOf(view, area);
+  const std::optional<int> group = value ? view.legend.GroupOf(*value) : std::nullopt;
+  return group.value_or(CLegend::kNoDataSlot);
 }
 
 }  // namespace vexel

@@ -14,6 +14,10 @@ namespace vexel {
 // lines around their areas are not set.
 VEXEL_API std::vector<FillStyle> FillsOf(const View& view);
 
+// The slot of the legend that an area belongs to; that of missing values for one below all groups,
+// too.
+VEXEL_API int SlotOf(const View& view, const CMapOb& area);
+
 }  // namespace vexel
 
 #endif  // VEXEL_KIT_PUBLISH_FILLS_H_

@@ -8,6 +8,7 @@
 #include "kit/publish/svg.h"
 #include "kit/report/area_parents.h"
 #include "kit/report/area_search.h"
+#include "kit/report/base_style.h"
 #include "kit/report/map_data.h"
 #include "kit/report/map_page_parts.h"
 #include "kit/report/map_page_script.h"
@@ -87,12 +88,6 @@ void AppendRows(std::string& page, const View& view, const Drawing& drawing,
   }
 }
 
-std::string LevelHeading(const View& view) {
-  const int level = view.map.GetDrawLevel();
-  const bool isNamed = level < CVELAMap::kMostLevels && !view.map.GetLevelName(level).IsEmpty();
-  return isNamed ? MarkupText(XmlText(view.map.GetLevelName(level).View())) : "Area";
-}
-
 // A length in page pixels, as text in steps of the drawing's grid.
 std::string InSteps(const Drawing& drawing, double pixels) {
   return std::to_string(std::lround(pixels * drawing.grid));
@@ -124,7 +119,7 @@ std::string Body(View& view, const Drawing& drawing, const AreaParents& parents,
                  {"LEGENDROWS", LegendRows(view.legend, drawing)},
                  {"STATE", " data-rows=\"" + rows + (hasRows ? "\" open" : "\" hidden")},
                  {"AREAS", (count > 1 ? "all " : "") + areas},
-                 {"LEVEL", LevelHeading(view)},
+                 {"LEVEL", LevelHeading(view.map)},
                  {"WITHIN", parents.AreAny() ? "<th scope=\"col\" id=\"within\">Part of</th>" : ""},
                  {"VARIABLE", MarkupText(XmlText(SubjectOf(view)))}});
 }
@@ -135,6 +130,7 @@ std::string MapPageText(View& view, const Drawing& drawing, const std::string& p
   const std::string title = MarkupText(drawing.title);
   const AreaParents parents(view);
   std::string page = Filled(kMapPageHead, {{"TITLE", title}});
+  page += kBaseStyle;
   page += kMapPageStyle;
   page += Body(view, drawing, parents, title, picture);
   if (drawing.areas.size() <= kMostRows) AppendRows(page, view, drawing, parents);

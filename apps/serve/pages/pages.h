@@ -42,6 +42,9 @@ struct Asset {
 };
 std::span<const Asset> Assets();
 
+// Changes whenever the text does.
+std::string VersionOf(const Asset& asset);
+
 // The whole document each. `trouble` says what of the state cannot be shown, and that the page
 // shows something else therefore; empty: nothing. MapPage may show the variable to compare in
 // between, and leaves the view as it was; finders of areas are not valid after it.
