@@ -141,6 +141,12 @@ if(VEXEL_CHROMIUM AND TARGET vexel_host)
   set_tests_properties(browser/MapPage PROPERTIES LABELS browser TIMEOUT 300)
 endif()
 
+if(TARGET vexel_manual_pages)
+  add_test(NAME manuals/AgreeWithHelp
+    COMMAND "${tests_dir}/manuals/check.sh" "$<TARGET_FILE_DIR:vexel_host>" "${PROJECT_BINARY_DIR}/manuals")
+  set_tests_properties(manuals/AgreeWithHelp PROPERTIES LABELS docs)
+endif()
+
 # The programs of the README, built against the headers by the names that they have when installed.
 function(vexel_add_example name library)
   set(folder "${PROJECT_BINARY_DIR}/${name}")

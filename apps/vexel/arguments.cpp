@@ -10,6 +10,7 @@
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
 #include "kit/request/json_request.h"
+#include "kit/request/json_text.h"
 #include "kit/request/parameters.h"
 
 namespace vexel::cli {
@@ -46,9 +47,14 @@ std::string_view Heading(ParameterGroup group) {
 }  // namespace
 
 struct Arguments::Parser {
-  Parser(const std::string& call, const std::string& summary) : app(summary, call) {}
+  Parser(const std::string& ownCall, const std::string& ownSummary, const std::string& ownExample)
+      : app(ownSummary, ownCall), call(ownCall), summary(ownSummary), example(ownExample) {}
 
   CLI::App app;
+  std::string call;
+  std::string summary;
+  std::string example;
+  std::vector<std::pair<const CLI::Option*, std::vector<std::string_view>>> words;
   std::string group = "Options";
   std::vector<std::pair<std::string, std::string*>> positionals;
   std::vector<std::pair<std::string, const std::vector<std::string>*>> lists;
@@ -56,7 +62,7 @@ struct Arguments::Parser {
 
 Arguments::Arguments(const std::string& call, const std::string& summary,
                      const std::string& example)
-    : parser_(std::make_unique<Parser>(call, summary)) {
+    : parser_(std::make_unique<Parser>(call, summary, example)) {
   CLI::App& app = parser_->app;
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.footer("Example:\n  " + example);
@@ -145,17 +151,55 @@ void Arguments::RequestOption(const Parameter& parameter, Request& request) {
     return;
   }
   const bool isRepeated = IsRepeated(parameter.kind);
-  parser_->app
-      .add_option(name, CLI::callback_t(set), help + (isRepeated ? " (may be repeated)" : ""))
-      ->type_name(std::string(parameter.form))
-      ->multi_option_policy(isRepeated ? CLI::MultiOptionPolicy::TakeAll
-                                       : CLI::MultiOptionPolicy::TakeLast)
-      ->group(parser_->group);
+  const CLI::Option* const option =
+      parser_->app
+          .add_option(name, CLI::callback_t(set), help + (isRepeated ? " (may be repeated)" : ""))
+          ->type_name(std::string(parameter.form))
+          ->multi_option_policy(isRepeated ? CLI::MultiOptionPolicy::TakeAll
+                                           : CLI::MultiOptionPolicy::TakeLast)
+          ->group(parser_->group);
+  if (parameter.words != nullptr) parser_->words.emplace_back(option, parameter.words());
 }
 
 void Arguments::Group(const std::string& heading) { parser_->group = heading; }
 
+// What manual pages and completions are made of.
+void Arguments::Describe() const {
+  JsonWriter json;
+  json.BeginObject();
+  json.Member("call", parser_->call);
+  json.Member("summary", parser_->summary);
+  json.Member("example", parser_->example);
+  json.Name("options");
+  json.BeginArray();
+  for (const CLI::Option* option : std::as_const(parser_->app).get_options()) {
+    json.BeginObject();
+    json.Member("names", option->get_snames());
+    json.Member("longNames", option->get_lnames());
+    json.Member("place", option->get_positional() ? option->get_name(true) : "");
+    json.Member("form", option->get_items_expected_max() == 0 ? "" : option->get_type_name());
+    json.Member("help", option->get_description());
+    json.Member("group", option->get_group());
+    const auto words = std::find_if(parser_->words.begin(), parser_->words.end(),
+                                    [=](const auto& entry) { return entry.first == option; });
+    json.Name("words");
+    json.BeginArray();
+    if (words != parser_->words.end()) {
+      for (const std::string_view word : words->second) json.Value(word);
+    }
+    json.EndArray();
+    json.EndObject();
+  }
+  json.EndArray();
+  json.EndObject();
+  std::puts(std::move(json).Take().c_str());
+}
+
 bool Arguments::Parse(int argc, const char* const* argv) {
+  if (argc == 2 && std::string_view(argv[1]) == kDescribe) {
+    Describe();
+    return false;
+  }
   CLI::App& app = parser_->app;
   try {
     app.parse(argc, argv);

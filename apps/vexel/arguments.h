@@ -17,6 +17,10 @@ struct Parameter;
 
 namespace vexel::cli {
 
+// For the build alone, which makes manual pages and completions of it: instead of any other
+// argument it has a command describe itself as JSON.
+inline constexpr std::string_view kDescribe = "--describe";
+
 // Options may stand before, between and behind the other arguments; "--" ends them. Of an option
 // that is given more than once the last counts, unless each is wanted. Everything declared here
 // writes to variables of the caller's, which must outlive Parse.
@@ -60,13 +64,14 @@ class Arguments {
   // Options declared from here on stand under this heading in the help text.
   void Group(const std::string& heading);
 
-  // Reads everything behind the name of the sub-command, which is argv[0]. False when help was
-  // asked for: it has been printed then. Throws an Error of kind request.
+  // Reads everything behind the name of the sub-command, which is argv[0]. False when help or a
+  // description was asked for: it has been printed then. Throws an Error of kind request.
   bool Parse(int argc, const char* const* argv);
 
  private:
   struct Parser;
 
+  void Describe() const;
   void RequestOption(const Parameter& parameter, Request& request);
   void CheckUnknown() const;
   void FindData();

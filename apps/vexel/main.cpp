@@ -7,10 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "arguments.h"
 #include "commands.h"
 #include "host.h"
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
+#include "kit/request/json_text.h"
 #include "other_program.h"
 #include "program.h"
 #include "vexel/version.h"
@@ -94,6 +96,25 @@ int Help(const char* name) {
   return CommandNamed(name).run(static_cast<int>(arguments.size()) - 1, arguments.data(), host);
 }
 
+// The commands one after the other, each by itself if it is one of this program's.
+int DescribeAll() {
+  const char* between = "[";
+  for (const Command& command : kCommands) {
+    JsonWriter json;
+    json.BeginObject();
+    json.Member("name", command.name);
+    json.Member("summary", command.summary);
+    json.Name("isOther");
+    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint>);
+    json.EndObject();
+    std::fputs(between, stdout);
+    std::puts(std::move(json).Take().c_str());
+    between = ",\n";
+  }
+  std::puts("]");
+  return kDone;
+}
+
 int Run(int argc, const char* const* argv) {
   if (argc < 2) throw WrongRequest("no command");
   const std::string_view first = argv[1];
@@ -106,6 +127,7 @@ int Run(int argc, const char* const* argv) {
     std::puts("vexel " VEXEL_VERSION);
     return kDone;
   }
+  if (first == kDescribe) return DescribeAll();
   const Command& command = CommandNamed(first);
   CliHost host;
   const CurrentHost current(host);
