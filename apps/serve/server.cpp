@@ -84,19 +84,17 @@ class Hub {
   // Lets go of connections that wait for a request, and of the others when they have their answers.
   void End(std::function<void()> whenEmpty);
 
-  void Log(const LogEntry& entry) {
-    service_.GetMetrics().CountAnswer(kind_, entry.status, entry.duration);
+  void Record(std::string_view kind, const LogEntry& entry) {
+    service_.GetMetrics().CountAnswer(kind, entry.status, entry.duration);
     if (options_.log == LogForm::none) return;
     const std::string line = LogLine(entry, options_.log);
     std::fwrite(line.data(), 1, line.size(), stderr);
   }
-  void SetKind(std::string_view kind) { kind_ = kind; }
 
  private:
   const Options& options_;
   std::unordered_set<Session*> sessions_;
   std::function<void()> whenEmpty_;
-  std::string_view kind_;
   bool isEnding_ = false;
   Service service_;
 };
@@ -243,9 +241,8 @@ class Session : public std::enable_shared_from_this<Session> {
     if (!error && bodySent_ < reply_.body.size()) return SendPiece();
     const auto duration =
         std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begun_);
-    hub_.SetKind(answer_->kind);
-    hub_.Log({std::chrono::system_clock::now(), client_, asking_.method, asking_.target,
-              reply_.status, bodySent_, duration});
+    hub_.Record(answer_->kind, {std::chrono::system_clock::now(), client_, asking_.method,
+                                asking_.target, reply_.status, bodySent_, duration});
     answer_ = nullptr;
     if (error) return;
     if (asking_.keepsAlive) return Read();
