@@ -42,6 +42,7 @@ summary{width:fit-content;cursor:pointer}
 #palettes legend{position:absolute;width:1px;height:1px;overflow:hidden;clip-path:inset(50%)}
 .palette{display:flex;align-items:center;gap:.4rem;white-space:nowrap}
 .palette input{min-height:0;margin:0}
+#palettes .soft{grid-column:1/-1;margin:.3rem 0 0}
 .safe{font-size:.75rem;color:var(--soft)}
 .strip{width:5.2rem;height:1rem;border:1px solid var(--edge);forced-color-adjust:none}
 .more>div{display:flex;flex-wrap:wrap;gap:.5rem .8rem;align-items:end;padding-top:.4rem}
@@ -104,7 +105,7 @@ dl{display:grid;grid-template-columns:max-content 1fr;gap:.25rem 1rem;margin:0 0
 dt{font-weight:600}
 dd{margin:0}
 @media (scripting:none){.sheet{overflow-x:auto}.sheet img{max-width:none}}
-@media (max-width:45rem){main{padding:.6rem .75rem 2rem}header.top{padding:.3rem .75rem}.side{max-width:none}#choices{display:grid;grid-template-columns:repeat(2,minmax(0,1fr))}select,.field input{width:100%;max-width:100%}#choices .more[open]{grid-column:1/-1}#choices>button{justify-self:start}.field:has(#palettes[open]){grid-column:1/-1}#palettes{position:static}#palettes fieldset{position:static;grid-template-columns:repeat(auto-fill,minmax(9.5rem,1fr));min-width:0}.command{flex-direction:column}}
+@media (max-width:45rem){main{padding:.6rem .75rem 2rem}header.top{padding:.3rem .75rem}.side{max-width:none}#choices{display:grid;grid-template-columns:repeat(2,minmax(0,1fr))}select,.field input{width:100%;max-width:100%}#choices .more[open]{grid-column:1/-1}#choices>button{justify-self:start}.field:has(#palettes[open]){grid-column:1/-1}#palettes summary{overflow:hidden;max-width:100%}#palettes summary .strip{flex:0 1 4rem;min-width:0}#palettes{position:static}#palettes fieldset{position:static;grid-template-columns:repeat(auto-fill,minmax(9.5rem,1fr));min-width:0}.command{flex-direction:column}}
 @media (min-width:64rem){.view.two{grid-template-columns:repeat(2,minmax(0,1fr))}.two .side{flex-basis:100%;max-width:none;display:grid;grid-template-columns:minmax(11rem,1fr) minmax(0,1fr);gap:1.5rem;align-items:start}}
 @media (min-width:100rem) and (min-height:45rem){.view:not(.two) .vectors img{width:960px}}
 @media (min-width:120rem){.body{grid-template-columns:minmax(0,1fr) minmax(32rem,46rem);grid-template-rows:auto 1fr}#areas{grid-column:2;grid-row:1/span 2}#rows{max-height:min(70rem,85vh)}}

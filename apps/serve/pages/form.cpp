@@ -86,10 +86,11 @@ class FormWriter {
     const bool isCalculated = request_.calculation.has_value();
     const std::optional<int> second =
         isCalculated ? std::optional(view_.data.GetVar2Selected()) : std::nullopt;
-    return Select("var", "Variable", Variables(view_.data.GetVar1Selected(), false)) +
+    return Select("var", "Variable",
+                  Variables(view_.data.GetVar1Selected(), request_.variable, false)) +
            Select("calc", "Calculation", Calculations()) +
-           Select("var2", "and variable", Variables(second, true)) +
-           Select("with", "Compare with", Variables(compared_, true)) +
+           Select("var2", "and variable", Variables(second, request_.secondVariable, true)) +
+           Select("with", "Compare with", Variables(compared_, show_.with, true)) +
            Select("level", "Level", Levels()) + Select("groups", "Groups", Groups()) +
            Select("intervals", "Bounds by", Intervals()) + PaletteField() +
            Checkbox("reverse", "Reverse colours", "1", request_.reverse) + More() + Hidden();
@@ -106,13 +107,16 @@ class FormWriter {
     return same == 1 && !name.IsEmpty() ? std::string(name.View()) : std::to_string(column + 1);
   }
 
-  std::vector<Choice> Variables(std::optional<int> chosen, bool orNone) const {
+  // The one that is chosen keeps the word that the address has for it.
+  std::vector<Choice> Variables(std::optional<int> chosen, const std::string& said,
+                                bool orNone) const {
     std::vector<Choice> choices;
     choices.reserve(static_cast<std::size_t>(view_.data.GetNumVars()) + 1);
     if (orNone) choices.push_back({"", "none", !chosen});
     for (int i = 0; i < view_.data.GetNumVars(); ++i) {
       const bool isUsual = i == 0 && !orNone;
-      choices.push_back({isUsual ? std::string() : ValueFor(i),
+      const std::string value = isUsual ? std::string() : ValueFor(i);
+      choices.push_back({chosen == i && !said.empty() ? said : value,
                          std::string(view_.data.GetVarName(i).View()), chosen == i});
     }
     return choices;
@@ -190,12 +194,12 @@ class FormWriter {
                Attribute("value", isUsual ? "" : palette.name) +
                (&palette == current ? " checked>" : ">") + StripMarkup(palette, groups, reverse) +
                "<span>" + std::string(palette.name) +
-               (palette.colorBlindSafe
-                    ? " <span class=\"safe\" title=\"safe for colour-blind readers\">safe</span>"
-                    : "") +
+               (palette.colorBlindSafe ? " <span class=\"safe\">safe</span>" : "") +
                "</span></label>\n";
     }
-    return field + "</fieldset></details></div>\n";
+    return field +
+           "<p class=\"soft\">safe: colour-blind readers can tell the colours apart</p>\n"
+           "</fieldset></details></div>\n";
   }
 
   std::string More() const {

@@ -95,8 +95,8 @@ class PageWriter {
 
   std::string Head() {
     return "<div id=\"head\" data-part>\n<nav aria-label=\"Place\"><ol class=\"path\">" +
-           PathMarkup(view_, links_) + "</ol></nav>\n<h1><bdi>" +
-           Plain(Title()) + "</bdi></h1>\n</div>\n";
+           PathMarkup(view_, links_) + "</ol></nav>\n<h1><bdi>" + Plain(Title()) +
+           "</bdi></h1>\n</div>\n";
   }
 
   std::string Notes() const {
