@@ -43,7 +43,6 @@ constexpr double kHatchStep = 2.0 / 7.0;  // units
 constexpr double kChosenLine = 1.0 / 6.0;
 constexpr double kChosenHalo = 1.0 / 3.0;
 
-
 class Composer {
  public:
   explicit Composer(View& view)
