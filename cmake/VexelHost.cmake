@@ -18,7 +18,7 @@ function(vexel_add_shared target)
   add_library(${target} OBJECT ${ARGN})
   target_include_directories(${target} PUBLIC
     "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
-  target_link_libraries(${target} PRIVATE vexel_options CLI11::CLI11)
+  target_link_libraries(${target} PRIVATE vexel_options vexel_quick_build CLI11::CLI11)
 endfunction()
 vexel_add_shared(vexel_cli arguments host memory program)
 vexel_add_shared(vexel_render other_program render)
