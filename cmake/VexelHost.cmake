@@ -1,5 +1,5 @@
-# The command line: the programs `vexel`, `vexel-print` and `vexel-import`, on nothing of the libraries
-# but what they export.
+# The command line: the programs `vexel`, `vexel-print`, `vexel-import` and `vexel-serve`, on nothing of
+# the libraries but what they export.
 
 file(GLOB host_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/apps/vexel/*.cpp")
 if(NOT host_sources)
@@ -65,6 +65,25 @@ if(gdal_FOUND)
   target_link_libraries(vexel_import PRIVATE vexel_import_objects)
 else()
   message(STATUS "GDAL is not installed: no vexel-import")
+endif()
+
+# The viewer: the server's headers are large, and only one source includes them.
+find_package(Boost 1.74 QUIET)
+find_package(ZLIB QUIET)
+find_package(Threads QUIET)
+if(Boost_FOUND AND ZLIB_FOUND AND Threads_FOUND)
+  file(GLOB serve_sources CONFIGURE_DEPENDS
+    "${PROJECT_SOURCE_DIR}/apps/serve/*.cpp" "${PROJECT_SOURCE_DIR}/apps/serve/pages/*.cpp")
+  list(REMOVE_ITEM serve_sources "${PROJECT_SOURCE_DIR}/apps/serve/main.cpp")
+  add_library(vexel_serve_objects OBJECT ${serve_sources})
+  target_include_directories(vexel_serve_objects PUBLIC
+    "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
+  target_link_libraries(vexel_serve_objects
+    PRIVATE vexel_options Boost::headers PUBLIC ZLIB::ZLIB Threads::Threads)
+  vexel_add_program(vexel_serve vexel-serve "${PROJECT_SOURCE_DIR}/apps/serve/main.cpp")
+  target_link_libraries(vexel_serve PRIVATE vexel_serve_objects)
+else()
+  message(STATUS "Boost or zlib is not installed: no vexel-serve")
 endif()
 
 # PNG and PDF take libraries that `vexel` can do without, and that a machine need not have.

@@ -15,7 +15,7 @@ foreach(library IN ITEMS vexel vexel_kit)
   endif()
 endforeach()
 # Each program is a package of its own.
-foreach(program IN ITEMS host print import)
+foreach(program IN ITEMS host print import serve)
   if(TARGET vexel_${program})
     string(REPLACE host vexel component ${program})
     install(TARGETS vexel_${program} RUNTIME COMPONENT ${component})

@@ -1,7 +1,7 @@
 # libvexel-kit.so: what every host shares. Like the engine's, its objects are built once and go into
 # the shared library and straight into programs and tests.
 
-set(VEXEL_KIT_ROOMS request files classes palettes view publish report tables)
+set(VEXEL_KIT_ROOMS request files classes palettes view publish report site tables)
 
 set(VEXEL_KIT_PUBLIC_HEADERS
   kit/classes/classes.h

@@ -6,7 +6,7 @@ target_include_directories(vexel_manuals PRIVATE "${VEXEL_INCLUDE_DIR}")
 target_link_libraries(vexel_manuals PRIVATE vexel_options nlohmann_json::nlohmann_json)
 
 set(programs vexel_host)
-foreach(program IN ITEMS vexel_print vexel_import)
+foreach(program IN ITEMS vexel_print vexel_import vexel_serve)
   if(TARGET ${program})
     list(APPEND programs ${program})
   endif()
@@ -23,7 +23,7 @@ add_custom_target(vexel_manual_pages ALL DEPENDS "${manuals_dir}/man1/vexel.1.gz
 
 # The page of a program that is a package of its own goes with it.
 set(others)
-foreach(program IN ITEMS print import)
+foreach(program IN ITEMS print import serve)
   if(TARGET vexel_${program})
     install(FILES "${manuals_dir}/man1/vexel-${program}.1.gz"
       DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT ${program})

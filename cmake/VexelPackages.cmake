@@ -72,7 +72,7 @@ vexel_package(development libvexel-dev libdevel "thematic maps of areas and stat
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 vexel_package(vexel vexel graphics "thematic maps of areas and statistics - command line"
   "${what}\nThis is the command line, with its manual pages and completions.")
-set(CPACK_DEBIAN_VEXEL_PACKAGE_SUGGESTS "vexel-print, vexel-import")
+set(CPACK_DEBIAN_VEXEL_PACKAGE_SUGGESTS "vexel-print, vexel-import, vexel-serve")
 if(TARGET vexel_print)
   vexel_package(print vexel-print graphics "thematic maps of areas and statistics - PNG and PDF"
     "${what}\nThis draws pages for publication as PNG and PDF.")
@@ -80,6 +80,11 @@ endif()
 if(TARGET vexel_import)
   vexel_package(import vexel-import graphics "thematic maps of areas and statistics - import"
     "${what}\nThis makes maps and data files of geodata and tables.")
+endif()
+
+if(TARGET vexel_serve)
+  vexel_package(serve vexel-serve web "thematic maps of areas and statistics - web server"
+    "${what}\nThis shows all pages of a data set in a browser.")
 endif()
 
 include(CPack)

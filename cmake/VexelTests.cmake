@@ -43,7 +43,7 @@ endif()
 
 # These make do with what the shared library exports, and so notice what it forgets to.
 set(outside_folders data map)
-set(kit_folders import kit print support)
+set(kit_folders import kit print serve support)
 
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${tests_dir}" "${tests_dir}/*")
 foreach(folder IN LISTS folders)
@@ -52,7 +52,8 @@ foreach(folder IN LISTS folders)
     list(FILTER test_sources INCLUDE REGEX "_test\\.cpp$")
   endif()
   if(NOT test_sources OR (folder STREQUAL "print" AND NOT TARGET vexel_print)
-     OR (folder STREQUAL "import" AND NOT TARGET vexel_import))
+     OR (folder STREQUAL "import" AND NOT TARGET vexel_import)
+     OR (folder STREQUAL "serve" AND NOT TARGET vexel_serve))
     continue()
   endif()
   set(test_program test_${folder})
@@ -82,6 +83,10 @@ foreach(folder IN LISTS folders)
     if(TARGET vexel_print)
       add_dependencies(${test_program} vexel_print)
     endif()
+  endif()
+  if(folder STREQUAL "serve")
+    target_link_libraries(${test_program} PRIVATE vexel_serve_objects vexel_cli)
+    add_dependencies(${test_program} vexel_serve)
   endif()
   # The listing of tests happens when ctest starts, with time enough for a sanitized program.
   gtest_discover_tests(${test_program}
@@ -115,6 +120,15 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT VEXEL_SANITIZE)
       add_dependencies(test_faults vexel_host vexel_failing_${what})
     endforeach()
   endif()
+endif()
+
+# The server from outside, by clients that mean no good.
+find_package(Python3 COMPONENTS Interpreter QUIET)
+if(TARGET vexel_serve AND Python3_FOUND)
+  add_test(NAME serve/Abuse
+    COMMAND Python3::Interpreter "${tests_dir}/serve/abuse.py"
+      $<TARGET_FILE:vexel_serve> "${PROJECT_SOURCE_DIR}/samples/us-conus.mdf")
+  set_tests_properties(serve/Abuse PROPERTIES LABELS serve TIMEOUT 300)
 endif()
 
 # Web pages as a browser takes them, where there is one that works without a window.

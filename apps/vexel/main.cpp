@@ -35,6 +35,7 @@ int Beside(int /*argc*/, const char* const* argv, CliHost& /*host*/) {
 
 constexpr char kImport[] = "vexel-import";
 constexpr char kPrint[] = "vexel-print";
+constexpr char kServe[] = "vexel-serve";
 
 constexpr std::array kCommands{
     Command{"render", "Draw a map page, with a web page and a report", Render},
@@ -48,6 +49,7 @@ constexpr std::array kCommands{
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
     Command{"print", "Draw a page for publication, as PNG or PDF", Beside<kPrint>},
+    Command{"serve", "Show data sets in a browser", Beside<kServe>},
 };
 
 void PrintHelp() {
@@ -103,7 +105,8 @@ int DescribeAll() {
     json.Member("name", command.name);
     json.Member("summary", command.summary);
     json.Name("isOther");
-    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint>);
+    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint> ||
+               command.run == Beside<kServe>);
     json.EndObject();
     std::fputs(between, stdout);
     std::puts(std::move(json).Take().c_str());

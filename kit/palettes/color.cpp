@@ -139,6 +139,12 @@ double Luminance(std::uint32_t color) {
   return 0.2126 * rgb[0] + 0.7152 * rgb[1] + 0.0722 * rgb[2];
 }
 
+double Contrast(std::uint32_t a, std::uint32_t b) {
+  constexpr double kFlare = 0.05;
+  const auto [low, high] = std::minmax({Luminance(a), Luminance(b)});
+  return (high + kFlare) / (low + kFlare);
+}
+
 bool IsDark(std::uint32_t color) {
   // Contrast is (lighter + 0.05) / (darker + 0.05).
   const double luminance = Luminance(color) + 0.05;

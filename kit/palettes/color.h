@@ -53,6 +53,9 @@ VEXEL_API std::uint32_t Mixed(std::uint32_t from, std::uint32_t to, double part)
 // Relative luminance, 0 for black to 1 for white, as WCAG 2 defines it.
 VEXEL_API double Luminance(std::uint32_t color);
 
+// The contrast of two colours, 1 to 21, as WCAG 2 defines it.
+VEXEL_API double Contrast(std::uint32_t a, std::uint32_t b);
+
 // Whether white text on the colour has more contrast, by WCAG 2, than black text.
 VEXEL_API bool IsDark(std::uint32_t color);
 

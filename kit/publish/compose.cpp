@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "kit/palettes/color.h"
+#include "kit/publish/fills.h"
 #include "kit/publish/labels.h"
 #include "kit/publish/page_plan.h"
 #include "kit/publish/placement.h"
@@ -41,10 +42,6 @@ constexpr double kAboveLineOfArea = 0.03;
 constexpr double kHatchStep = 2.0 / 7.0;  // units
 constexpr double kChosenLine = 1.0 / 6.0;
 constexpr double kChosenHalo = 1.0 / 3.0;
-
-constexpr double kFaint = 0.15;  // of the ink in the paper
-
-constexpr std::size_t kMissing = CLegend::kNoDataSlot;
 
 class Composer {
  public:
@@ -164,17 +161,7 @@ class Composer {
   }
 
   void AddFills() {
-    for (std::size_t slot = 0; slot < kMissing; ++slot) {
-      const bool isUsed = slot < static_cast<std::size_t>(view_.legend.numGroups);
-      drawing_.fills.push_back(
-          {"c" + std::to_string(slot), isUsed ? view_.legend.groups[slot].color : kWhite, {}, {}});
-    }
-    // Missing values have lines over their colour, as no group has. On a dark page that colour,
-    // which is white elsewhere, must not be the brightest of the map.
-    const std::uint32_t missing =
-        IsDark(paper_) ? Mixed(paper_, ink_.strong, kFaint) : view_.legend.groups[kMissing].color;
-    drawing_.fills.push_back(
-        {"missing", missing, Mixed(missing, IsDark(missing) ? kWhite : kBlack, 0.35), {}});
+    drawing_.fills = FillsOf(view_);
     for (FillStyle& fill : drawing_.fills) SetLine(fill);
     plateFill_ = static_cast<std::uint16_t>(drawing_.fills.size());
     drawing_.fills.push_back({"plate", kWhite, {}, {}});
@@ -213,9 +200,7 @@ class Composer {
   }
 
   std::uint16_t FillOf(const CMapOb& area) const {
-    const std::optional<double> value = ValueOf(view_, area);
-    const std::optional<int> group = value ? view_.legend.GroupOf(*value) : std::nullopt;
-    return static_cast<std::uint16_t>(group.value_or(static_cast<int>(kMissing)));
+    return static_cast<std::uint16_t>(SlotOf(view_, area));
   }
 
   void AddAreas(const Placement& placement) {

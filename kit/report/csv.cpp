@@ -1,11 +1,10 @@
 #include "kit/report/csv.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
-#include <vector>
 
-#include "kit/report/page_pieces.h"
+#include "kit/publish/fills.h"
+#include "kit/report/area_parents.h"
 #include "kit/request/markup.h"
 #include "kit/request/values.h"
 #include "kit/tables/csv_text.h"
@@ -34,17 +33,6 @@ class Rows {
   bool isFirst_ = true;
 };
 
-// What an area lies in below the draw root, the innermost first.
-std::string ParentsOf(const View& view, const CMapOb* area, std::vector<const CMapOb*>& path) {
-  FindPath(view.map, area, path);
-  path.pop_back();
-  std::string names;
-  std::for_each(path.rbegin(), path.rend(), [&](const CMapOb* node) {
-    names.append(names.empty() ? "" : ", ").append(node->GetName().View());
-  });
-  return names;
-}
-
 }  // namespace
 
 std::string CsvText(View& view) {
@@ -53,15 +41,13 @@ std::string CsvText(View& view) {
   rows.Cell(SubjectOf(view));
   rows.Cell("Group");
   rows.End();
-  std::vector<const CMapOb*> path;
   for (const CMapOb* area : view.areas) {
     const std::optional<double> value = ValueOf(view, *area);
-    const std::optional<int> group = value ? view.legend.GroupOf(*value) : std::nullopt;
     rows.Cell(KeyText(area->GetArea()));
     rows.Cell(area->GetName().View());
-    rows.Cell(ParentsOf(view, area, path));
+    rows.Cell(ParentText(view.map, area));
     rows.Cell(value ? NumberText(*value) : "");
-    rows.Cell(view.legend.GetRow(group.value_or(CLegend::kNoDataSlot)).text);
+    rows.Cell(view.legend.GetRow(SlotOf(view, *area)).text);
     rows.End();
   }
   return std::move(rows).Take();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "kit/request/json_text.h"
+#include "kit/request/markup.h"
 
 namespace vexel {
 
@@ -29,6 +30,12 @@ void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*
     path.push_back(path.back()->GetParent());
   }
   std::reverse(path.begin(), path.end());
+}
+
+std::string LevelHeading(const CVELAMap& map) {
+  const int level = map.GetDrawLevel();
+  const bool isNamed = level < CVELAMap::kMostLevels && !map.GetLevelName(level).IsEmpty();
+  return isNamed ? MarkupText(XmlText(map.GetLevelName(level).View())) : "Area";
 }
 
 void AppendForScript(std::string& to, std::string_view text) {

@@ -22,6 +22,9 @@ std::string Filled(std::string_view pattern,
 // itself last.
 void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path);
 
+// The name of the level that is drawn, as markup; "Area" where it has none.
+std::string LevelHeading(const CVELAMap& map);
+
 // Appends a string of JSON that may stand in a script element: nothing in it can close one or open
 // a comment.
 void AppendForScript(std::string& to, std::string_view text);

@@ -14,10 +14,9 @@ namespace {
 
 CString Text(std::string_view text) { return CString(text); }
 
-// The map that a data file names, as the library finds it. Knowing it beforehand lets a message
-// name the file it is about, and the map show its progress. Empty when there is nothing to load:
-// the library then says why.
-std::string NamedMap(const std::string& path, const std::string& folder) {
+// The path without extension of the map that a data file names from a folder; empty when it names
+// none.
+std::string MapNameIn(const std::string& path, const std::string& folder) {
   CSpecFile file(0);
   CSpecFile::Line line;
   if (file.Open(path.c_str(), 0) == 0 || !file.NextLine(line)) return {};
@@ -25,11 +24,17 @@ std::string NamedMap(const std::string& path, const std::string& folder) {
   while (file.NextLine(line) && !line.IsHeading()) {
     if (!EqualNoCase(line.command, "MapFile")) continue;
     const std::string value(line.argument);
-    if (value.empty()) return {};
-    const std::string base = value.find(':') == std::string::npos ? folder + value : value;
-    return std::string(NewerMapFile(Text(base)).View());
+    return value.empty() || value.find(':') != std::string::npos ? value : folder + value;
   }
   return {};
+}
+
+// The map that a data file names, as the library finds it. Knowing it beforehand lets a message
+// name the file it is about, and the map show its progress. Empty when there is nothing to load:
+// the library then says why.
+std::string NamedMap(const std::string& path, const std::string& folder) {
+  const std::string name = MapNameIn(path, folder);
+  return name.empty() ? name : std::string(NewerMapFile(Text(name)).View());
 }
 
 // Refuses a file that is clearly something else, and says what it is.
@@ -62,6 +67,12 @@ void LoadRows(CVELAData& data, const Source& source, std::string mapPath, Listen
 }  // namespace
 
 bool IsCompiledName(std::string_view path) { return IsCompiledMapName(path); }
+
+std::vector<std::string> MapFilesOf(const std::string& path) {
+  const std::string name = MapNameIn(path, FolderOf(path));
+  if (name.empty()) return {};
+  return {name + ".map", name + ".mpc"};
+}
 
 void LoadMap(CVELAMap& map, const std::string& path, int loadFloats, Listener& host) {
   CheckReadable(path);

@@ -8,6 +8,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "kit/view/listener.h"
 
@@ -15,6 +16,9 @@ namespace vexel {
 
 // True when the library takes a file of that name for a compiled map.
 VEXEL_API bool IsCompiledName(std::string_view path);
+
+// The files of which the newer is the map that a data file names; none when it names none.
+VEXEL_API std::vector<std::string> MapFilesOf(const std::string& path);
 
 // Loads a text or compiled map; `loadFloats` also reads the map units of a compiled one. The
 // listener must be the current host. Throws an Error of kind failure.

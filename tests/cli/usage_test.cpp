@@ -48,7 +48,8 @@ TEST_F(Cli, SaysWhyItRefusesAndLeavesNothing) {
   } kRefusals[] = {
       {"rendr land.mdf", 2, "rendr|render"},
       {"frobnicate", 2,
-       "render, locate, info, compile, decompile, convert, check, import, palettes, tree"},
+       "render, locate, info, compile, decompile, convert, check, import, palettes, tree, print, "
+       "serve"},
       {"render", 2, "DATA"},
       {"render land.mdf --pallete blue", 2, "--pallete|mean --palette"},
       {"render land.mdf --var Brths", 2, "--var|Brths|mean Births"},
