@@ -141,6 +141,20 @@ if(VEXEL_CHROMIUM AND TARGET vexel_host)
   set_tests_properties(browser/MapPage PROPERTIES LABELS browser TIMEOUT 300)
 endif()
 
+# The viewer, used by a driver of browsers that `./dev test` puts there.
+set(browser_modules "${PROJECT_SOURCE_DIR}/build/browser")
+find_program(VEXEL_NODE node)
+mark_as_advanced(VEXEL_NODE)
+if(VEXEL_CHROMIUM AND VEXEL_NODE AND TARGET vexel_serve AND EXISTS "${browser_modules}/node_modules")
+  add_test(NAME browser/Viewer
+    COMMAND "${CMAKE_COMMAND}" -E env
+      "VEXEL=$<TARGET_FILE:vexel_host>" "VEXEL_SERVE=$<TARGET_FILE:vexel_serve>"
+      "VEXEL_BROWSER=${VEXEL_CHROMIUM}" "VEXEL_SAMPLES=${PROJECT_SOURCE_DIR}/samples"
+      "VEXEL_MODULES=${browser_modules}"
+      "${VEXEL_NODE}" --test "${tests_dir}/browser/viewer.mjs")
+  set_tests_properties(browser/Viewer PROPERTIES LABELS browser TIMEOUT 600)
+endif()
+
 if(TARGET vexel_manual_pages)
   add_test(NAME manuals/AgreeWithHelp
     COMMAND "${tests_dir}/manuals/check.sh" "$<TARGET_FILE_DIR:vexel_host>" "${PROJECT_BINARY_DIR}/manuals")

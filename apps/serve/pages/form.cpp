@@ -83,9 +83,8 @@ class FormWriter {
       : view_(view), show_(show), request_(show.request), compared_(compared) {}
 
   std::string Fields() const {
-    const bool isCalculated = request_.calculation.has_value();
-    const std::optional<int> second =
-        isCalculated ? std::optional(view_.data.GetVar2Selected()) : std::nullopt;
+    std::optional<int> second;
+    if (request_.calculation) second = view_.data.GetVar2Selected();
     return Select("var", "Variable",
                   Variables(view_.data.GetVar1Selected(), request_.variable, false)) +
            Select("calc", "Calculation", Calculations()) +
