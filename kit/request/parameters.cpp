@@ -82,6 +82,12 @@ std::vector<double> ParseBounds(Values values) {
   return bounds;
 }
 
+std::vector<CAreaStruct> ParseKeys(Values values) {
+  std::vector<CAreaStruct> keys(values.size());
+  std::transform(values.begin(), values.end(), keys.begin(), ParseKey);
+  return keys;
+}
+
 // The other way: what `get` gives.
 Texts One(bool isSaid, std::string text) {
   Texts texts;
@@ -247,20 +253,13 @@ constexpr std::array kParameters{
               nullptr},
     Parameter{"outline", Kind::repeated, Group::page, "KEY",
               "Area to draw once more with an outline that stands out", "", false,
-              [](Request& r, Values v) {
-                r.outlines.resize(v.size());
-                std::transform(v.begin(), v.end(), r.outlines.begin(), ParseKey);
-              },
+              [](Request& r, Values v) { r.outlines = ParseKeys(v); },
               [](const Request& r) {
                 return Each(r.outlines, [](const CAreaStruct& key) { return KeyText(key); });
               },
               nullptr},
     Parameter{"box", Kind::repeated, Group::page, "KEY", "Area to label with its name and value",
-              "", false,
-              [](Request& r, Values v) {
-                r.boxes.resize(v.size());
-                std::transform(v.begin(), v.end(), r.boxes.begin(), ParseKey);
-              },
+              "", false, [](Request& r, Values v) { r.boxes = ParseKeys(v); },
               [](const Request& r) {
                 return Each(r.boxes, [](const CAreaStruct& key) { return KeyText(key); });
               },
