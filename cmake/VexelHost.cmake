@@ -18,7 +18,7 @@ function(vexel_add_shared target)
   add_library(${target} OBJECT ${ARGN})
   target_include_directories(${target} PUBLIC
     "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
-  target_link_libraries(${target} PRIVATE vexel_options CLI11::CLI11)
+  target_link_libraries(${target} PRIVATE vexel_options vexel_quick_build CLI11::CLI11)
 endfunction()
 vexel_add_shared(vexel_cli arguments host memory program)
 vexel_add_shared(vexel_render other_program render)
@@ -80,6 +80,8 @@ if(Boost_FOUND AND ZLIB_FOUND AND Threads_FOUND)
     "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/apps/vexel" "${VEXEL_INCLUDE_DIR}")
   target_link_libraries(vexel_serve_objects
     PRIVATE vexel_options Boost::headers PUBLIC ZLIB::ZLIB Threads::Threads)
+  # Input of zlib's is const only by request.
+  target_compile_definitions(vexel_serve_objects PRIVATE ZLIB_CONST)
   vexel_add_program(vexel_serve vexel-serve "${PROJECT_SOURCE_DIR}/apps/serve/main.cpp")
   target_link_libraries(vexel_serve PRIVATE vexel_serve_objects)
 else()

@@ -66,7 +66,7 @@ foreach(folder IN LISTS folders)
     list(APPEND library vexel_kit_objects)
   endif()
   target_link_libraries(${test_program} PRIVATE
-    vexel_options vexel_test_support ${library} GTest::gtest_main)
+    vexel_options vexel_quick_build vexel_test_support ${library} GTest::gtest_main)
   if(folder STREQUAL "kit")
     target_link_libraries(${test_program} PRIVATE EXPAT::EXPAT)  # parses the SVGs
   endif()

@@ -61,7 +61,8 @@ std::vector<Command> DescribeCommands(const std::string& folder) {
   std::vector<Command> commands;
   for (const Json& entry : AnswerOf(vexel, "--describe")) {
     const std::string name = entry.at("name");
-    const std::string other = vexel + '-' + name;
+    std::string other = vexel;
+    other.append("-").append(name);
     if (!entry.at("isOther")) {
       commands.push_back(ReadCommand(entry, AnswerOf(vexel, name + " --describe")));
     } else if (std::filesystem::exists(other)) {

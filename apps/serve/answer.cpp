@@ -51,7 +51,7 @@ std::string TagOf(std::string_view body) {
     first = (first ^ byte) * kPrime;
     second = (second + byte) * kPrime ^ (second >> 29U);
   }
-  std::array<char, 2 * kHex> digits;
+  std::array<char, std::size_t{2} * kHex> digits;
   char* end = std::to_chars(digits.data(), digits.data() + kHex, first, kHex).ptr;
   end = std::to_chars(end, end + kHex, second, kHex).ptr;
   return {digits.data(), end};
@@ -82,7 +82,7 @@ std::string Gzipped(std::string_view text) {
     return {};
   }
   std::string packed(deflateBound(&stream, static_cast<uLong>(text.size())), '\0');
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+  stream.next_in = reinterpret_cast<const Bytef*>(text.data());
   stream.avail_in = static_cast<uInt>(text.size());
   stream.next_out = reinterpret_cast<Bytef*>(packed.data());
   stream.avail_out = static_cast<uInt>(packed.size());

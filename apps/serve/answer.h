@@ -48,7 +48,7 @@ struct Answer {
   std::string location;         // of a redirection
   std::string fileName;         // under which a browser keeps it; UTF-8
   bool isDownload = false;      // it is kept rather than shown
-  std::string_view extra = "";  // whole header lines
+  std::string_view extra{};  // whole header lines
 
   std::size_t Weight() const { return sizeof(Answer) + body.size() + zipped.size(); }
 };

@@ -57,7 +57,7 @@ bool IsAddress(const std::string& text) {
 
 // "localhost" is an address to those who type it.
 std::string ParseHost(std::string_view text) {
-  const std::string host(text == "localhost" ? "127.0.0.1" : text);
+  std::string host(text == "localhost" ? "127.0.0.1" : text);
   if (!IsAddress(host)) throw WrongRequest(Quoted(host) + " is no address, as in 127.0.0.1 or ::1");
   return host;
 }

@@ -105,7 +105,8 @@ int DescribeAll() {
     json.Member("name", command.name);
     json.Member("summary", command.summary);
     json.Name("isOther");
-    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint>);
+    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint> ||
+               command.run == Beside<kServe>);
     json.EndObject();
     std::fputs(between, stdout);
     std::puts(std::move(json).Take().c_str());

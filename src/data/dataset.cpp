@@ -55,7 +55,7 @@ int CVELAData::AddAreaData(const CAreaData& row) {
 
 void CMapOb::SetAreaDataPointers(CVELAData* data) {
   CVELAData& set = vexel::RefOrThrow(data);
-  vexel::AreaIndex<CAreaData> rows(static_cast<std::size_t>(set.GetNumAreas()));
+  vexel::AreaIndex<CAreaData> rows;
   for (int i = 0; i < set.GetNumAreas(); ++i) rows.Add(&set.GetAreaData(i));
   const auto point = [&](const auto& self, CMapOb& node) -> void {
     node.areaData = rows.Find(node.area);

@@ -11,9 +11,7 @@ namespace vexel {
 // An index of the whole tree below and including `root`; it finds what CMapOb::Find finds, the
 // first node in pre-order.
 inline AreaIndex<CMapOb> IndexNodes(CMapOb& root) {
-  int count = 0;
-  root.Count(count);
-  AreaIndex<CMapOb> index(static_cast<std::size_t>(count));
+  AreaIndex<CMapOb> index;
   const auto add = [&](const auto& self, CMapOb& node) -> void {
     index.Add(&node);
     node.ForEachChild([&](CMapOb& child) { self(self, child); });

@@ -1,12 +1,18 @@
 // Classification: from the values of the areas on show to groups, labels and colours.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <span>
+#include <vector>
 
 #include "data/dataset.h"
 #include "legend/legend.h"
 #include "legend/palettes.h"
+#include "legend/sort_values.h"
 #include "map/map.h"
 #include "platform/exceptions.h"
 #include "platform/profile.h"
@@ -28,35 +34,87 @@ void ForLevel(CMapOb& node, int level, const Use& use) {
   node.ForEachChild([&](CMapOb& child) { ForLevel(child, level, use); });
 }
 
+// A column's value of an area. A host's NaN has no place in an order.
+double ValueOf(const CMapOb& area, int column) {
+  const CAreaData* row = area.GetAreaData();
+  const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
+  return std::isnan(value) ? NO_DATA_VALUE : value;
+}
+
+// The colours of a legend for one value after the other: the same as by GroupOf, without a branch
+// for each group that could be guessed wrong.
+class Colors {
+ public:
+  explicit Colors(const CLegend& legend)
+      : legend_(legend), count_(static_cast<std::size_t>(legend.numGroups) + 1) {
+    const std::uint32_t none = legend.groups[CLegend::kNoDataSlot].color;
+    colors_.fill(none);
+    for (std::size_t i = 0; i < count_; ++i) bounds_[i] = legend.groups[i].lower;
+    for (std::size_t i = 0; i + 1 < count_; ++i) colors_[i + 1] = legend.groups[i].color;
+    // A host's NaN ascends to nothing.
+    const auto inUse = std::span(bounds_).first(count_);
+    isAscending_ = std::adjacent_find(inUse.begin(), inUse.end(),
+                                      [](double a, double b) { return !(a <= b); }) == inUse.end();
+  }
+
+  std::uint32_t operator()(double value) const {
+    if (value == NO_DATA_VALUE) return colors_.front();
+    if (!isAscending_) {
+      const std::optional<int> group = legend_.GroupOf(value);
+      return group ? colors_[static_cast<std::size_t>(*group) + 1] : colors_.front();
+    }
+    std::size_t reached = 0;
+    for (std::size_t i = 0; i < count_; ++i) reached += value >= bounds_[i] ? 1U : 0U;
+    return colors_[reached];
+  }
+
+ private:
+  static constexpr std::size_t kMostBounds = CLegend::kMostGroups + 1;  // with the sentinel
+
+  const CLegend& legend_;
+  std::size_t count_;  // of the bounds
+  std::array<double, kMostBounds> bounds_{};
+  std::array<std::uint32_t, kMostBounds + 1> colors_{};  // by the number of bounds reached
+  bool isAscending_ = false;
+};
+
 }  // namespace
 
 void CLegend::UpdateData(CVELAMap* map, CVELAData* data) {
   const CVELAMap& shown = vexel::RefOrThrow(map);
   CMapOb* root = shown.GetDrawRoot();
   const int level = shown.GetDrawLevel();
+  // The areas with their values: to look for them once more would wait for memory once more.
+  struct Shown {
+    CMapOb* area;
+    double value;
+  };
+  std::vector<Shown> areas;
   values.RemoveAll();
-  GetData(root, data, level);
-  decimals = data->GetVarDecs(data->GetSelected());
-  if (values.IsEmpty()) AfxThrowInvalidArgException();
+  const int column = vexel::RefOrThrow(data).GetSelected();
+  ForLevel(vexel::RefOrThrow(root), level, [&](CMapOb& area) {
+    areas.push_back({&area, ValueOf(area, column)});
+  });
+  decimals = data->GetVarDecs(column);
+  if (areas.empty()) AfxThrowInvalidArgException();
+  std::transform(areas.begin(), areas.end(), values.Extend(static_cast<int>(areas.size())),
+                 [](const Shown& area) { return area.value; });
   // The lowest double is the mark of a missing value, so these come first.
-  std::sort(values.begin(), values.end());
+  vexel::SortValues(values.Elements());
   lastIndex = values.GetSize() - 1;
   const auto* real = std::find_if(values.begin(), values.end(),
                                   [](double value) { return value != NO_DATA_VALUE; });
   numMissing = static_cast<int>(real - values.begin());
   Group(kNoDataSlot).count = numMissing;
   UpdateLegend();
-  UpdateColors(root, data, level);
+  const Colors colors(*this);
+  for (const auto& [area, value] : areas) area->SetColor(colors(value));
 }
 
 void CLegend::GetData(CMapOb* node, CVELAData* data, int level) {
   const int column = vexel::RefOrThrow(data).GetSelected();
-  ForLevel(vexel::RefOrThrow(node), level, [&](const CMapOb& area) {
-    const CAreaData* row = area.GetAreaData();
-    const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
-    // A host's NaN has no place in an order.
-    values.Add(std::isnan(value) ? NO_DATA_VALUE : value);
-  });
+  ForLevel(vexel::RefOrThrow(node), level,
+           [&](const CMapOb& area) { values.Add(ValueOf(area, column)); });
 }
 
 void CLegend::CheckNumGroups() const {
@@ -190,11 +248,9 @@ void CLegend::FollowCustomColors() {
 void CLegend::UpdateColors(CMapOb* node, CVELAData* data, int level) {
   CheckNumGroups();
   const int column = vexel::RefOrThrow(data).GetSelected();
-  ForLevel(vexel::RefOrThrow(node), level, [&](CMapOb& area) {
-    const CAreaData* row = area.GetAreaData();
-    const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column);
-    area.SetColor(Group(GroupOf(value).value_or(kNoDataSlot)).color);
-  });
+  const Colors colors(*this);
+  ForLevel(vexel::RefOrThrow(node), level,
+           [&](CMapOb& area) { area.SetColor(colors(ValueOf(area, column))); });
 }
 
 std::optional<int> CLegend::GroupOf(double value) const {

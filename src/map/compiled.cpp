@@ -52,9 +52,10 @@ void LoadPoints(CArchive& ar, vexel::GrowArray<Point>& points, int count) {
     const int now = std::min(left, kPointsAtATime);
     Point* to = points.Extend(now);
     // A file that ends in their midst leaves points of a known value.
-    std::fill_n(to, now, Point{});
+    const auto bytes = static_cast<std::size_t>(now) * sizeof(Point);
+    if (!ar.Holds(bytes)) std::fill_n(to, now, Point{});
     if constexpr (std::endian::native == std::endian::little) {
-      ar.ReadExactly(to, static_cast<std::size_t>(now) * sizeof(Point));
+      ar.ReadExactly(to, bytes);
     } else {
       std::for_each(to, to + now, [&](Point& point) { ar >> point.x >> point.y; });
     }
@@ -252,20 +253,17 @@ void CVELAMap::LoadMap(CArchive& ar, int withFloatPass) {
   if (withFloatPass != 0) {
     MergeFloats(ar, oldFormat, firstPolygon, firstChild);
   } else {
-    endsInFloats = EndsInFloats(before, ar.GetBytesLeft(), firstChild);
+    bytesBehind = ar.GetBytesLeft();
+    bytesOfIntegers = before - bytesBehind;
   }
   compiledValid = 1;
 }
 
-// Whether a file that has so many bytes left before and behind the integer half ends within the
-// other one, which takes as many but for the angle of each node. A file may also have none.
-bool CVELAMap::EndsInFloats(std::int64_t before, std::int64_t behind, int firstChild) const {
-  if (behind <= 0) return false;
-  int nodes = 1;
-  for (const CMapOb* child : children.Elements().subspan(static_cast<std::size_t>(firstChild))) {
-    child->Count(nodes);
-  }
-  return behind < before - behind - std::int64_t{sizeof(angle)} * nodes;
+// Whether the compiled file loaded last, of which the floats were not wanted, ends within them:
+// they take as many bytes as the integers but for the angle of each node. A file may also have
+// none.
+bool CVELAMap::EndsInFloats(int nodes) const {
+  return bytesBehind > 0 && bytesBehind < bytesOfIntegers - std::int64_t{sizeof(angle)} * nodes;
 }
 
 bool CVELAMap::LoadTag(CArchive& ar) {

@@ -39,18 +39,20 @@ int CVELAMap::BuildCompiled(const CString& path, int loadFloats) {
   constexpr int kReadBlock = 64 * 1024;
   CArchive ar(&file, CArchive::load, kReadBlock);
   const int firstChild = GetNumChildren();
-  endsInFloats = false;
+  int nodesBefore = -1;  // without the map itself, which the file tells again
+  Count(nodesBefore);
+  bytesBehind = 0;
   Serialize(ar, loadFloats);
   if (compiledValid == 0) {
     CString shown = path;
     Tell(CHost::ok, Message::invalidMapFile, {.file = path.View()}, shown.MakeUpper());
     return 0;
   }
-  if (endsInFloats) {
+  const int nodes = PrepareTree() - nodesBefore;
+  if (EndsInFloats(nodes)) {
     CHost::GetCurrent().Remark({.kind = vexel::RemarkKind::endsInFloats, .file = path.View()});
   }
   floatsLoaded = loadFloats;
-  PrepareTree();
   vexel::RemarkOnKeys(*this, firstChild, {}, path.View());
   return 1;
 }
@@ -111,9 +113,9 @@ int CVELAMap::BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress) {
   return 0;
 }
 
-// Parents, levels and marks of a tree that has just been read.
-void CVELAMap::PrepareTree() {
-  InitParents(nullptr);
-  InitLevels(0);
-  PrepareLevelDrawing(1);
+// Parents, levels and marks of a tree that has just been read. Returns the number of its nodes.
+int CVELAMap::PrepareTree() {
+  constexpr int kFirstDrawLevel = 1;
+  drawLevel = kFirstDrawLevel;
+  return InitTree(nullptr, 0, kFirstDrawLevel);
 }

@@ -154,7 +154,7 @@ class VEXEL_API CVELAMap : public CMapOb {
   int BuildCompiled(const CString& path, int loadFloats);
   int BuildText(const CString& path, int showProgress);
   int BuildBehindHeading(CSpecFile& spec, CProgressDlg* progress);
-  void PrepareTree();
+  int PrepareTree();
   int CheckForMissingPolygons(const CRect& rect, std::string_view file);
   void RemarkOnPrecision(std::string_view file) const;
   int Build(CSpecFile& spec, CProgressDlg* progress);
@@ -166,9 +166,11 @@ class VEXEL_API CVELAMap : public CMapOb {
   void StoreMap(CArchive& ar, int withFloatPass);
   void LoadMap(CArchive& ar, int withFloatPass);
   bool LoadTag(CArchive& ar);
-  bool EndsInFloats(std::int64_t before, std::int64_t behind, int firstChild) const;
+  bool EndsInFloats(int nodes) const;
 
-  bool endsInFloats = false;  // the compiled file loaded last, of which they were not wanted
+  // Of the compiled file loaded last: what its integer half takes, and what stands behind it.
+  std::int64_t bytesOfIntegers = 0;
+  std::int64_t bytesBehind = 0;
 };
 
 #endif  // VEXEL_MAP_MAP_H_

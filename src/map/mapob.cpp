@@ -123,6 +123,15 @@ void CMapOb::InitParents(CMapOb* node) {
   ForEachChild([this](CMapOb& child) { child.InitParents(this); });
 }
 
+int CMapOb::InitTree(CMapOb* node, int nodeLevel, int drawnLevel) {
+  parent = node;
+  level = nodeLevel;
+  drawn = nodeLevel == drawnLevel ? 1 : 0;
+  int count = 1;
+  ForEachChild([&](CMapOb& child) { count += child.InitTree(this, nodeLevel + 1, drawnLevel); });
+  return count;
+}
+
 void CMapOb::ClearDraw() {
   drawn = 0;
   ForEachChild([](CMapOb& child) { child.ClearDraw(); });

@@ -204,6 +204,10 @@ class VEXEL_API CMapOb : public CObject {
   friend class CVELAMap;
   friend class vexel::MapReader;
 
+  // What InitParents, InitLevels and PrepareLevelDrawing do, in one walk that also counts the
+  // nodes.
+  int InitTree(CMapOb* node, int nodeLevel, int drawnLevel);
+
   CMapOb& InsertInOrder(std::unique_ptr<CMapOb> child);
   void ProjectPolygons(float scale, float xOrigin, float yOrigin, const vexel::Cone& cone);
 

@@ -43,13 +43,16 @@ class VEXEL_API CArchive {
     return file_->GetLength() - file_->GetPosition() + static_cast<std::int64_t>(filled_ - next_);
   }
 
+  // Loading: whether the next `count` bytes have come from the file already, and cannot fail.
+  bool Holds(std::size_t count) const noexcept { return count <= filled_ - next_; }
+
   // Reads up to `count` bytes; fewer only at the end of the file.
   std::size_t Read(void* bytes, std::size_t count);
   void Write(const void* bytes, std::size_t count);
 
   // Reads exactly `count` bytes or throws.
   void ReadExactly(void* bytes, std::size_t count) {
-    if (count <= filled_ - next_) [[likely]] {
+    if (Holds(count)) [[likely]] {
       std::memcpy(bytes, buffer_.get() + next_, count);
       next_ += count;
     } else if (Read(bytes, count) != count) {

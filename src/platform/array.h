@@ -132,8 +132,9 @@ class GrowArray {
   }
 
  private:
-  // Room for this many bytes at least, when elements come one by one.
-  static constexpr int kLeastBytes = 32;
+  // Room for this many bytes at least, when elements come one by one: what the smallest block of
+  // usual allocators holds, which is all that most nodes of a map need.
+  static constexpr int kLeastBytes = 24;
 
   void CheckIndex(int index) const {
     if (index < 0 || index >= size_) AfxThrowInvalidArgException();

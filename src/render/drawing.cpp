@@ -36,8 +36,24 @@ unsigned long CVELAMap::GetOutlineColor(const CLegend* legend) {
   }
 }
 
+// How the vertices of the page's areas come to their pixels: worked out once for all of them.
+struct CMapGif::Placement {
+  explicit Placement(const CMapGif& page)
+      : isTurned(page.RootAngle() != 0.0F),
+        turn(page.RootAngle()),
+        column(page.ColumnAxis()),
+        row(page.RowAxis(isTurned)),
+        startRow(page.RowAxis(false)) {}
+
+  bool isTurned;
+  vexel::Turn turn;
+  vexel::Axis column;
+  vexel::Axis row;
+  vexel::Axis startRow;
+};
+
 void CMapGif::SetPolygon(const CPolygon* polygon) {
-  SetVertices(vexel::RefOrThrow(polygon).GetPoints());
+  SetVertices(vexel::RefOrThrow(polygon).GetPoints(), Placement(*this));
 }
 
 void CMapGif::RotatePolygon(const CPolygon* source, CPolygon* target, float angle) {
@@ -49,21 +65,24 @@ void CMapGif::RotatePolygon(const CPolygon* source, CPolygon* target, float angl
 }
 
 void CMapGif::DrawMap(CMapOb* node, const CVELAString& url) {
-  CMapOb& area = vexel::RefOrThrow(node);
+  DrawSubtree(vexel::RefOrThrow(node), url, Placement(*this));
+}
+
+void CMapGif::DrawSubtree(const CMapOb& area, const CVELAString& url, const Placement& placement) {
   if (area.IsDrawn() != 0) {
-    ForEachPolygon(area, [&](const vexel::Ring& ring) {
+    ForEachPolygon(area, placement, [&](const vexel::Ring& ring) {
       FillIn(ring, GetRGB(area.GetColor()));
       OutlineIn(ring, black);
       PolygonToHtml(area.GetArea(), url);
     });
   }
-  area.ForEachChild([&](CMapOb& child) { DrawMap(&child, url); });
+  area.ForEachChild([&](const CMapOb& child) { DrawSubtree(child, url, placement); });
 }
 
 void CMapGif::DrawOutline(CMapOb* node) {
   const CMapOb& area = vexel::RefOrThrow(node);
   const unsigned long color = CVELAMap::GetOutlineColor(legend);
-  ForEachPolygon(area, [&](const vexel::Ring& ring) {
+  ForEachPolygon(area, Placement(*this), [&](const vexel::Ring& ring) {
     FillIn(ring, GetRGB(area.GetColor()));
     OutlineIn(ring, GetRGB(color));
   });
@@ -71,23 +90,21 @@ void CMapGif::DrawOutline(CMapOb* node) {
 
 // Makes each polygon of the node, turned with the draw root, the polygon at work.
 template <typename Paint>
-void CMapGif::ForEachPolygon(const CMapOb& node, Paint paint) {
-  const float angle = RootAngle();
-  const vexel::Turn turn(angle);
+void CMapGif::ForEachPolygon(const CMapOb& node, const Placement& placement, Paint paint) {
   for (int i = 0; i < node.GetNumPolygons(); ++i) {
     std::span<const CPoint> ring = vexel::RefOrThrow(node.GetPoly(i)).GetPoints();
-    if (angle != 0.0F) {
+    if (placement.isTurned) {
       turned_.resize(ring.size());
-      std::transform(ring.begin(), ring.end(), turned_.begin(), turn);
+      std::transform(ring.begin(), ring.end(), turned_.begin(), placement.turn);
       ring = turned_;
     }
-    SetVertices(ring);
-    paint(GetRing());
+    SetVertices(ring, placement);
+    paint(GetDistinctRing());
   }
 }
 
-void CMapGif::SetVertices(std::span<const CPoint> vertices) {
-  SetRing(vertices, ColumnAxis(), RowAxis(RootAngle() != 0.0F), RowAxis(false));
+void CMapGif::SetVertices(std::span<const CPoint> vertices, const Placement& placement) {
+  SetRing(vertices, placement.column, placement.row, placement.startRow);
 }
 
 vexel::Axis CMapGif::ColumnAxis() const {

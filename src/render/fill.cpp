@@ -3,6 +3,7 @@
 #include <gd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <numeric>
@@ -113,6 +114,38 @@ void ForEachCrossing(const Edge& edge, const Rows& rows, const Add& add) {
   if (edge.lower.y == rows.bottom && rows.bottom <= rows.last) add(rows.bottom, edge.lower.x);
 }
 
+// What most polygons of a large map are: a few rows and edges somewhere on the image.
+constexpr int kFewRows = 16;
+constexpr std::size_t kFewVertices = 48;
+
+bool IsSmall(const Ring& ring, const gdImageStruct& image) {
+  return ring.vertices.size() <= kFewVertices && ring.bounds.bottom - ring.bounds.top < kFewRows &&
+         ring.IsInside(image.sx, image.sy);
+}
+
+// The crossings of a small polygon, each row's in ascending order.
+class SmallRows {
+ public:
+  void Add(int row, int column) {
+    Row& crossings = rows_[static_cast<std::size_t>(row)];
+    std::size_t& count = counts_[static_cast<std::size_t>(row)];
+    std::size_t at = count++;
+    for (; at > 0 && crossings[at - 1] > column; --at) crossings[at] = crossings[at - 1];
+    crossings[at] = column;
+  }
+
+  std::span<const int> At(int row) const {
+    const auto index = static_cast<std::size_t>(row);
+    return {rows_[index].data(), counts_[index]};
+  }
+
+ private:
+  using Row = std::array<int, kFewVertices>;  // no edge crosses a row twice
+
+  std::array<Row, kFewRows> rows_;  // filled as far as the counts go
+  std::array<std::size_t, kFewRows> counts_{};
+};
+
 // One crossing more. Beyond three only their being odd or even tells: of two at one column the
 // first ends or begins a span there and the second undoes it, with the column painted.
 constexpr std::uint8_t OneMore(std::uint8_t count) {
@@ -159,6 +192,29 @@ void PaintSpan(gdImageStruct& image, int row, int left, int right, unsigned char
   std::memset(image.pixels[row] + left, color, static_cast<std::size_t>(right - left) + 1);
 }
 
+// Paints between the first and second crossing, the third and fourth and so on.
+void PaintBetween(gdImageStruct& image, int row, std::span<const int> ascending,
+                  unsigned char color) {
+  for (std::size_t i = 1; i < ascending.size(); i += 2) {
+    PaintSpan(image, row, ascending[i - 1], ascending[i], color);
+  }
+}
+
+// Fills without counting first, sorting later or looking for what lies beside the image: three
+// times as fast as the general way for a polygon of five rows.
+void FillSmall(gdImageStruct& image, const Ring& ring, unsigned char color) {
+  const int top = ring.bounds.top;
+  const int bottom = ring.bounds.bottom;
+  SmallRows rows;
+  const auto add = [&](int row, int column) { rows.Add(row - top, column); };
+  ForEachEdge(ring.vertices, [&](const Edge& edge) {
+    add(edge.upper.y, edge.upper.x);  // most edges have no other row
+    AddCrossings(edge, edge.upper.y + 1, edge.lower.y, add);
+    if (edge.lower.y == bottom) add(bottom, edge.lower.x);
+  });
+  for (int row = top; row <= bottom; ++row) PaintBetween(image, row, rows.At(row - top), color);
+}
+
 // Paints the spans of a row from the counts of the crossings in the columns from -1 on.
 void PaintCounted(gdImageStruct& image, int row, std::span<const std::uint8_t> counts,
                   unsigned char color) {
@@ -185,6 +241,10 @@ void PolygonFiller::Fill(gdImageStruct& image, const Ring& ring, int paletteInde
   const CRect& bounds = ring.bounds;
   if (bounds.top == bounds.bottom) {
     PaintSpan(image, bounds.top, bounds.left, bounds.right, color);
+    return;
+  }
+  if (IsSmall(ring, image)) {
+    FillSmall(image, ring, color);
     return;
   }
   const int last = std::min(bounds.bottom, image.sy - 1);
@@ -278,9 +338,7 @@ void PolygonFiller::Paint(gdImageStruct& image, int first, int last, unsigned ch
     const std::size_t count = counts_[IndexOf(row)];
     const std::span<int> columns(crossings_.data() + (ends_[IndexOf(row)] - count), count);
     Sort(columns);
-    for (std::size_t i = 1; i < count; i += 2) {
-      PaintSpan(image, row, columns[i - 1], columns[i], color);
-    }
+    PaintBetween(image, row, columns, color);
   }
 }
 

@@ -13,6 +13,7 @@
 #include "render/encode.h"
 #include "render/fill.h"
 #include "render/line.h"
+#include "render/place.h"
 #include "render/ring.h"
 #include "render/scale.h"
 
@@ -161,9 +162,10 @@ void CGif::SetRing(std::span<const CPoint> ring, const vexel::Axis& column, cons
     return startRow(vertex.y) != firstRow;
   });
   const auto start = runEnd == ring.rend() ? ring.begin() : runEnd.base();
-  const auto place = [&](const CPoint& vertex) { return CPoint{column(vertex.x), row(vertex.y)}; };
-  const auto to = std::transform(start, ring.end(), points.begin(), place);
-  std::transform(ring.begin(), start, to, place);
+  const auto before = static_cast<std::size_t>(start - ring.begin());
+  const auto behind = ring.size() - before;
+  vexel::PlaceVertices(ring.subspan(before), column, row, points.begin());
+  vexel::PlaceVertices(ring.first(before), column, row, points.begin() + behind);
 }
 
 std::span<const CPoint> CGif::GetVertices() const {
@@ -172,6 +174,12 @@ std::span<const CPoint> CGif::GetVertices() const {
 }
 
 vexel::Ring CGif::GetRing() const { return vexel::Ring(GetVertices()); }
+
+vexel::Ring CGif::GetDistinctRing() {
+  const std::span<const CPoint> vertices = GetVertices();
+  distinct_.MakeRoom(vertices.size());
+  return vexel::Ring({distinct_.begin(), vexel::CopyDistinct(vertices, distinct_.begin())});
+}
 
 gdImageStruct& CGif::GetImage() { return vexel::RefOrThrow(image); }
 

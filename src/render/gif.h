@@ -96,6 +96,9 @@ class VEXEL_API CGif : public CObject {
   std::span<const CPoint> GetVertices() const;
   vexel::Ring GetRing() const;
 
+  // The same without the vertices that make no difference to a pixel; good until the next one.
+  vexel::Ring GetDistinctRing();
+
   gdImageStruct& GetImage();
   void OutlineIn(const vexel::Ring& ring, int paletteIndex);
   void FillIn(const vexel::Ring& ring, int paletteIndex);
@@ -118,6 +121,7 @@ class VEXEL_API CGif : public CObject {
  private:
   std::unordered_map<std::uint32_t, int> indexes_;  // the colour cache once more, for looking up
   std::unique_ptr<vexel::PolygonFiller> filler_;
+  vexel::VertexBuffer distinct_;
 };
 
 #endif  // VEXEL_RENDER_GIF_H_

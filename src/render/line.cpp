@@ -128,6 +128,22 @@ void DrawEdges(std::span<const CPoint> vertices, Draw draw) {
   }
 }
 
+bool AreNeighbours(const CPoint& a, const CPoint& b) {
+  return std::abs(a.x - b.x) <= 1 && std::abs(a.y - b.y) <= 1;
+}
+
+// The same for vertices that all lie on the image and the first of which is painted. On a large map
+// nearly all edges lead from one pixel to the next.
+void DrawEdgesInside(gdImageStruct& image, std::span<const CPoint> vertices, unsigned char color) {
+  DrawEdges(vertices, [&](const CPoint& from, const CPoint& to) {
+    if (AreNeighbours(from, to)) {
+      image.pixels[to.y][to.x] = color;
+    } else {
+      DrawInside(image, from, to, color);
+    }
+  });
+}
+
 }  // namespace
 
 void DrawLine(gdImageStruct& image, CPoint from, CPoint to, int paletteIndex) {
@@ -146,6 +162,10 @@ void DrawLine(gdImageStruct& image, CPoint from, CPoint to, int paletteIndex) {
 void DrawRing(gdImageStruct& image, const Ring& ring, int paletteIndex) {
   if (ring.vertices.empty() || ring.IsOff(image.sx, image.sy)) return;
   DrawLine(image, ring.vertices.front(), ring.vertices.back(), paletteIndex);
+  if (ring.vertices.size() < kManyVertices && ring.IsInside(image.sx, image.sy)) {
+    DrawEdgesInside(image, ring.vertices, static_cast<unsigned char>(paletteIndex));
+    return;
+  }
   if (ring.vertices.size() < kManyVertices) {
     DrawEdges(ring.vertices, [&](const CPoint& from, const CPoint& to) {
       DrawLine(image, from, to, paletteIndex);

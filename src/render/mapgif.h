@@ -93,9 +93,11 @@ class VEXEL_API CMapGif : public CGif {
   vexel::Axis RowAxis(bool turned) const;
   float RootAngle() const;
 
-  void SetVertices(std::span<const CPoint> vertices);
+  struct Placement;
+  void DrawSubtree(const CMapOb& area, const CVELAString& url, const Placement& placement);
+  void SetVertices(std::span<const CPoint> vertices, const Placement& placement);
   template <typename Paint>
-  void ForEachPolygon(const CMapOb& node, Paint paint);
+  void ForEachPolygon(const CMapOb& node, const Placement& placement, Paint paint);
 
   void DrawLegendRow(const LegendRow& row, std::int64_t top);
   CPoint ValueBoxCorner(const CMapOb& area) const;

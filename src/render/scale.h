@@ -44,6 +44,11 @@ class Axis {
     return SaturateToInt(std::int64_t{length_} * Distance(from_, value) / divisor_ + start_);
   }
 
+  int GetFrom() const noexcept { return from_; }
+  int GetStart() const noexcept { return start_; }
+  int GetLength() const noexcept { return length_; }
+  std::int64_t GetDivisor() const noexcept { return divisor_; }
+
  private:
   int from_;
   int start_;

@@ -1,3 +1,4 @@
+#include <array>
 #include <cstring>
 #include <limits>
 
@@ -215,6 +216,27 @@ TEST(Classification, AnUnknownPaletteKeepsTheColoursAndAnUnknownTypeTheBounds) {
     EXPECT_EQ(page.Groups(), "1..1:2 3..2:0 3..3:1");
     EXPECT_EQ(page.Group(7).color, 0x123456U);
     EXPECT_EQ(page.ColorOf(1), 0xC0C0FFU);  // the first group has taken it
+  }
+}
+
+// Bounds that are left as a host has set them need not ascend, nor be numbers.
+TEST(Classification, ColoursFollowTheGroupOfEachValueWhateverTheBounds) {
+  constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+  std::vector<double> column{NO_DATA_VALUE};
+  for (int i = -2; i < 14; ++i) column.push_back(i);
+  for (const std::array<double, 3>& bounds :
+       {std::array{0.0, 4.0, 9.0}, std::array{9.0, 4.0, 6.0}, std::array{0.0, kNan, 6.0},
+        std::array{kNan, 2.0, 2.0}, std::array{NO_DATA_VALUE, 3.0, kSentinel}}) {
+    Page page(column);
+    page.Update();
+    page.legend.intervalType = -1;
+    for (int i = 0; i < 3; ++i) page.Group(i).lower = bounds[static_cast<std::size_t>(i)];
+    page.Update();
+    for (std::size_t area = 0; area < column.size(); ++area) {
+      const int slot = page.legend.GroupOf(column[area]).value_or(CLegend::kNoDataSlot);
+      EXPECT_EQ(page.ColorOf(static_cast<int>(area)), page.Group(slot).color)
+          << bounds[0] << ' ' << bounds[1] << ' ' << column[area];
+    }
   }
 }
 

@@ -23,24 +23,24 @@ offered() {
 check_command() {
   local command=$1 option
   shift
-  local page=$manuals/man1/vexel-$command.1
+  local page=$manuals/man1/vexel-$command.1.gz
   local bash_offers=" $(offered vexel "$command" -) "
   for option in $("$@" --help | grep -oE '^ +(-[a-z],)?--[a-z0-9-]+' | grep -oE '\-\-.*'); do
-    grep -qF "\\fB${option//-/\\-}\\fR" "$page" || fail "vexel-$command.1 has no $option"
+    zgrep -qF "\\fB${option//-/\\-}\\fR" "$page" || fail "vexel-$command.1 has no $option"
     [[ $bash_offers == *" $option "* ]] || fail "bash: $command has no $option"
     grep -qE "^ +'\*$option\[.+\]" "$manuals/zsh/_vexel" || fail "zsh: $command has no $option"
     grep -qE "_from $command'.* -l ${option#--} .*-d '.+'" "$manuals/fish/vexel.fish" ||
       fail "fish: $command has no $option"
   done
   [[ -n ${option:-} ]] || fail "$command has no options"
-  grep -qF "vexel\\-$command" "$manuals/man1/vexel.1" || fail "vexel.1 does not name vexel-$command"
+  zgrep -qF "vexel\\-$command" "$manuals/man1/vexel.1.gz" || fail "vexel.1 does not name vexel-$command"
 }
 
 commands=$("$programs/vexel" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
 for command in $commands; do
   if [[ -x $programs/vexel-$command ]]; then
     check_command "$command" "$programs/vexel-$command"
-  elif [[ -e $manuals/man1/vexel-$command.1 ]]; then
+  elif [[ -e $manuals/man1/vexel-$command.1.gz ]]; then
     check_command "$command" "$programs/vexel" "$command"
   fi
 done

@@ -21,6 +21,8 @@ PROGRAM, DATA = sys.argv[1:3]
 SET = os.path.splitext(os.path.basename(DATA))[0]
 # Sanitizers keep what was freed, and are slow.
 SANITIZED = b"__asan_init" in open(PROGRAM, "rb").read()
+# A server that hangs takes longer than a machine that is busy.
+MOST_SECONDS = 5
 MOST_GROWTH = (400 if SANITIZED else 40) << 20
 failures = []
 
@@ -92,7 +94,7 @@ def status(server, data):
 def is_served(server, within=0.5):
     begin = time.monotonic()
     return status(server, request("/health")) == 200 and time.monotonic() - begin <= within * (
-        4 if SANITIZED else 1)
+        MOST_SECONDS)
 
 
 def statuses(server):
@@ -259,7 +261,7 @@ def endings():
         time.sleep(0.02)
         status, seconds = server.stop(number)
         check(status == 0, f"ended by a signal, the status is {status}")
-        check(seconds < (3 if SANITIZED else 1), f"to end takes {seconds:.2f} s")
+        check(seconds < MOST_SECONDS, f"to end takes {seconds:.2f} s")
         got = under_way.recv(15)
         check(got == b"HTTP/1.1 200 OK", "what is under way is answered before the end")
     # Nobody waits for a long drawing.
@@ -268,7 +270,7 @@ def endings():
     long.sendall(b"".join(request(f"/{SET}/map.svg?size={4000 - i}x4000&level=2") for i in range(99)))
     time.sleep(0.05)
     status, seconds = server.stop()
-    check(status == 0 and seconds < (3 if SANITIZED else 1.1), f"{status} after {seconds:.2f} s")
+    check(status == 0 and seconds < MOST_SECONDS, f"{status} after {seconds:.2f} s")
 
 
 def logs():
