@@ -56,7 +56,7 @@ int Coordinate(std::string_view text) { return ParseIntBetween(text, 0, kMostPix
 
 // An area, not the map.
 CAreaStruct KeyOf(std::string_view text) {
-  const CAreaStruct key = ParseKey(text);
+  CAreaStruct key = ParseKey(text);
   if (key.GetLevel() > 0) return key;
   throw WrongRequest(Quoted(text) + " is no area key such as 12,3");
 }
