@@ -171,7 +171,8 @@ TEST_F(Pages, TellsAreasAndTheirNeighbours) {
          {std::tuple{Way::left, 0, -1}, {Way::right, 0, 1}, {Way::up, 1, -1}, {Way::down, 1, 1}}) {
       target.way = way;
       const Json other = ask();
-      const double step = other["middle"][axis].get<double>() - area["middle"][axis].get<double>();
+      const auto at = static_cast<std::size_t>(axis);
+      const double step = other["middle"][at].get<double>() - area["middle"][at].get<double>();
       EXPECT_TRUE(other["key"] == area["key"] || step * sign > 0) << area << other;
     }
   }
