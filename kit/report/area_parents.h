@@ -16,7 +16,7 @@ namespace vexel {
 VEXEL_API std::string ParentText(const CVELAMap& map, const CMapOb* area);
 
 // Those of all areas on show, each text once.
-class AreaParents {
+class VEXEL_API AreaParents {
  public:
   explicit AreaParents(const View& view);
 

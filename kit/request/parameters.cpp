@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 #include "kit/classes/classes.h"
 #include "kit/palettes/palettes.h"
@@ -395,7 +396,10 @@ void SetParameter(Request& request, const Parameter& parameter,
     throw WrongRequest(spelled + ": takes " + (isSeveral ? "a value at least" : "one value"));
   }
   try {
-    parameter.set(request, values);
+    // Of several values the last may be the wrong one.
+    Request changed = request;
+    parameter.set(changed, values);
+    request = std::move(changed);
   } catch (const Error& error) {
     throw WrongRequest(spelled + ": " + error.what());
   }

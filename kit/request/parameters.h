@@ -74,7 +74,7 @@ VEXEL_API const Parameter& ParameterNamed(std::string_view name);
 
 // Sets a parameter from one text: values of a list are cut at commas, and a flag takes 1, 0, true,
 // false, yes, no, on and off, and nothing for yes. Errors begin with `spelled`, the parameter as
-// the user wrote it.
+// the user wrote it, and leave the request as it was.
 VEXEL_API void SetParameter(Request& request, const Parameter& parameter, std::string_view text,
                             const std::string& spelled);
 

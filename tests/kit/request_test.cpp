@@ -128,14 +128,16 @@ TEST(Request, HasANormalQuery) {
 TEST(Request, PassesOverWhatIsWrongInAQueryAndSaysSo) {
   Request request;
   std::vector<std::string> problems;
-  ReadQuery(request, "gruops=3&groups=9&calc=rato&map=/etc/passwd&level=2&reverse=maybe",
+  ReadQuery(request,
+            "gruops=3&groups=9&calc=rato&map=/etc/passwd&level=2&reverse=maybe"
+            "&box=1&box=x&colors=%23ff0000,x",
             &problems);
-  EXPECT_EQ(QueryText(request), "level=2");
-  ASSERT_EQ(problems.size(), 5U);
+  EXPECT_EQ(QueryText(request), "level=2") << "nor does half of a list count";
+  ASSERT_EQ(problems.size(), 7U);
   EXPECT_TRUE(problems[0].starts_with("map: ")) << problems[0];
   EXPECT_TRUE(problems[1].ends_with("did you mean ratio?")) << problems[1];
   EXPECT_EQ(problems[2], "groups: \"9\" is not a whole number from 1 to 7");
-  EXPECT_EQ(problems[4], "unknown parameter \"gruops\"; did you mean groups?");
+  EXPECT_EQ(problems[6], "unknown parameter \"gruops\"; did you mean groups?");
   EXPECT_TRUE(ErrorOf([] { FromQuery("bounds=2,1"); }).starts_with("?bounds: \"2,1\""));
   EXPECT_TRUE(ErrorOf([] { FromQuery("bounds=2,2"); }).starts_with("?bounds: \"2,2\""));
 }

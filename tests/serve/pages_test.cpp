@@ -167,8 +167,10 @@ TEST_F(Pages, TellsAreasAndTheirNeighbours) {
     EXPECT_EQ(area["compared"], outlines["compared"][i]);
     EXPECT_EQ(area["slot"], outlines["slots"][i]);
     EXPECT_EQ(area["parts"], outlines["parts"][i]);
-    for (const auto& [way, axis, sign] :
-         {std::tuple{Way::left, 0, -1}, {Way::right, 0, 1}, {Way::up, 1, -1}, {Way::down, 1, 1}}) {
+    for (const auto& [way, axis, sign] : {std::tuple{Way::left, std::size_t{0}, -1},
+                                          {Way::right, std::size_t{0}, 1},
+                                          {Way::up, std::size_t{1}, -1},
+                                          {Way::down, std::size_t{1}, 1}}) {
       target.way = way;
       const Json other = ask();
       const auto at = static_cast<std::size_t>(axis);
