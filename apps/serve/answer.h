@@ -45,9 +45,9 @@ struct Answer {
   std::string zipped;  // the body packed by gzip; empty: it is not worth it
   std::string tag;     // the same for equal bodies; empty: it is not to be kept
   Lasting lasting = Lasting::never;
-  std::string location;         // of a redirection
-  std::string fileName;         // under which a browser keeps it; UTF-8
-  bool isDownload = false;      // it is kept rather than shown
+  std::string location;      // of a redirection
+  std::string fileName;      // under which a browser keeps it; UTF-8
+  bool isDownload = false;   // it is kept rather than shown
   std::string_view extra{};  // whole header lines
 
   std::size_t Weight() const { return sizeof(Answer) + body.size() + zipped.size(); }

@@ -173,8 +173,7 @@ TEST_F(Pages, TellsAreasAndTheirNeighbours) {
                                           {Way::down, std::size_t{1}, 1}}) {
       target.way = way;
       const Json other = ask();
-      const auto at = static_cast<std::size_t>(axis);
-      const double step = other["middle"][at].get<double>() - area["middle"][at].get<double>();
+      const double step = other["middle"][axis].get<double>() - area["middle"][axis].get<double>();
       EXPECT_TRUE(other["key"] == area["key"] || step * sign > 0) << area << other;
     }
   }
