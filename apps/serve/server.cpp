@@ -212,7 +212,7 @@ class Session : public std::enable_shared_from_this<Session> {
   bool HasLine() const {
     const auto bytes = buffer_.cdata();
     const std::string_view text(static_cast<const char*>(bytes.data()), bytes.size());
-    return parser_->get().target().size() > 0 || text.find('\n') != std::string_view::npos;
+    return !parser_->get().target().empty() || text.find('\n') != std::string_view::npos;
   }
 
   void Send(AnswerPtr answer) {

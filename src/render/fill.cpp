@@ -119,8 +119,9 @@ constexpr int kFewRows = 16;
 constexpr std::size_t kFewVertices = 48;
 
 bool IsSmall(const Ring& ring, const gdImageStruct& image) {
-  return ring.vertices.size() <= kFewVertices && ring.bounds.bottom - ring.bounds.top < kFewRows &&
-         ring.IsInside(image.sx, image.sy);
+  // What lies inside comes first: elsewhere rows may be too far apart to be counted.
+  return ring.vertices.size() <= kFewVertices && ring.IsInside(image.sx, image.sy) &&
+         ring.bounds.bottom - ring.bounds.top < kFewRows;
 }
 
 // The crossings of a small polygon, each row's in ascending order.

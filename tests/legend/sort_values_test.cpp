@@ -40,7 +40,7 @@ TEST(SortValuesTest, GivesTheOrderOfComparisonsBitForBit) {
   for (const auto& [name, make] : kinds) {
     for (const std::size_t size : {0U, 1U, 100U, 2047U, 2048U, 30'000U}) {
       std::vector<double> values(size);
-      std::generate(values.begin(), values.end(), [&] { return make(random); });
+      std::generate(values.begin(), values.end(), [&, draw = make] { return draw(random); });
       std::vector<double> expected = values;
       std::sort(expected.begin(), expected.end());
       SortValues(values);
