@@ -222,7 +222,7 @@ bool Catalog::Has(const std::string& path) const {
 void Catalog::Add(const std::string& path) {
   const std::string stem = fs::path(path).stem().string();
   const auto isTaken = [this](const std::string& name) {
-    return Find(name) != nullptr || name == kAssets || name == kHealth || name == kMetrics;
+    return Find(name) != nullptr || IsReserved(name);
   };
   std::string name = stem;
   for (int number = 2; isTaken(name); ++number) name = stem + '-' + std::to_string(number);

@@ -14,6 +14,11 @@ namespace vexel::serve {
 
 namespace {
 
+// First segments of paths.
+constexpr std::string_view kAssets = "assets";
+constexpr std::string_view kHealth = "health";
+constexpr std::string_view kMetrics = "metrics";
+
 constexpr std::size_t kCodeLength = 3;  // "%2F"
 
 // The text with its codes resolved; nothing when a "%" begins none.
@@ -97,23 +102,22 @@ void CutDown(Show& show) {
 
 Route RouteBelow(std::string_view target) {
   Route route;
-  const std::string_view path = target.substr(0, target.find('?'));
-  if (path == "/") {
+  const std::string_view path = target.substr(1, std::min(target.find('?'), target.size()) - 1);
+  const std::size_t slash = std::min(path.find('/'), path.size());
+  const std::string_view behind = path.substr(std::min(slash + 1, path.size()));
+  if (path.empty()) {
     route.place = Place::catalog;
-  } else if (path.substr(1) == kHealth) {
+  } else if (path == kHealth) {
     route.place = Place::health;
-  } else if (path.substr(1) == kMetrics) {
+  } else if (path == kMetrics) {
     route.place = Place::metrics;
-  } else if (path.substr(1).starts_with(kAssets)) {
-    const std::string_view name = path.substr(1 + kAssets.size());
+  } else if (!behind.empty() && path.substr(0, slash) == kAssets) {
     route.place = Place::asset;
-    route.asset = name.starts_with('/') ? name.substr(1) : "";
+    route.asset = behind;
   }
-  if (route.place != Place::nowhere && (route.place != Place::asset || !route.asset.empty())) {
-    return route;
-  }
+  if (route.place != Place::nowhere) return route;
   std::optional<Target> read = ReadTarget(target);
-  if (!read) return Nowhere(Status::notFound);
+  if (!read || IsReserved(read->show.set)) return Nowhere(Status::notFound);
   route.place = Place::show;
   route.target = *std::move(read);
   CutDown(route.target.show);
@@ -147,6 +151,10 @@ std::string_view HostAlone(std::string_view host) {
 }
 
 }  // namespace
+
+bool IsReserved(std::string_view name) {
+  return name == kAssets || name == kHealth || name == kMetrics;
+}
 
 Route RouteOf(std::string_view target, std::string_view base) {
   if (!target.starts_with('/')) return Nowhere(Status::badRequest);

@@ -21,10 +21,8 @@ struct Route {
   Target target;               // of `show`
 };
 
-// First segments of paths that no data set can have for a name.
-inline constexpr std::string_view kAssets = "assets";
-inline constexpr std::string_view kHealth = "health";
-inline constexpr std::string_view kMetrics = "metrics";
+// Whether the paths of a data set of that name would be something else's.
+bool IsReserved(std::string_view name);
 
 // The sizes of pictures that one request can ask for. What is beyond them is cut down to them and
 // told among the problems of the state.
