@@ -134,18 +134,15 @@ std::string Lower(std::string_view text) {
 
 // Without a port, a dot at the end of a name, and the brackets of an address.
 std::string_view HostAlone(std::string_view host) {
-  if (host.starts_with('[')) {
-    const std::size_t end = host.find(']');
-    if (end == std::string_view::npos) return {};
-    const std::string_view rest = host.substr(end + 1);
-    return rest.empty() || rest.starts_with(':') ? host.substr(1, end - 1) : "";
-  }
-  const std::size_t colon = host.find(':');
-  if (colon != std::string_view::npos) {
-    const std::string_view port = host.substr(colon + 1);
-    if (port.find_first_not_of("0123456789") != std::string_view::npos) return {};
-    host = host.substr(0, colon);
-  }
+  const bool isAddress = host.starts_with('[');
+  const std::size_t end = isAddress ? host.find(']') : std::min(host.find(':'), host.size());
+  if (end == std::string_view::npos) return {};
+  const std::string_view port = host.substr(isAddress ? end + 1 : end);
+  const bool isPort = port.empty() || (port.starts_with(':') &&
+                                       port.find_first_not_of("0123456789", 1) == port.npos);
+  if (!isPort) return {};
+  if (isAddress) return host.substr(1, end - 1);
+  host = host.substr(0, end);
   if (host.ends_with('.')) host.remove_suffix(1);
   return host;
 }

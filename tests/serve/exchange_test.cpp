@@ -205,8 +205,8 @@ TEST(Route, KnowsTheNamesOfTheServer) {
     EXPECT_TRUE(names.Has(host)) << host;
   }
   for (const char* host : {"", ":80", "evil.example", "localhost.evil.example", "127.0.0.1.nip.io",
-                           "[::1", "[::1]evil", "localhost:80:80", "localhost:evil", "::1",
-                           "localhost ", "xlocalhost", "127.0.0.2"}) {
+                           "[::1", "[::1]evil", "[::1]:80evil", "localhost:80:80", "localhost:evil",
+                           "::1", "localhost ", "xlocalhost", "127.0.0.2"}) {
     EXPECT_FALSE(names.Has(host)) << host;
   }
 }
