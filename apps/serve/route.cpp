@@ -138,8 +138,9 @@ std::string_view HostAlone(std::string_view host) {
   const std::size_t end = isAddress ? host.find(']') : std::min(host.find(':'), host.size());
   if (end == std::string_view::npos) return {};
   const std::string_view port = host.substr(isAddress ? end + 1 : end);
-  const bool isPort = port.empty() || (port.starts_with(':') &&
-                                       port.find_first_not_of("0123456789", 1) == port.npos);
+  const bool isPort =
+      port.empty() ||
+      (port.starts_with(':') && port.find_first_not_of("0123456789", 1) == std::string_view::npos);
   if (!isPort) return {};
   if (isAddress) return host.substr(1, end - 1);
   host = host.substr(0, end);
