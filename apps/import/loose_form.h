@@ -8,7 +8,7 @@
 
 namespace vexel::import {
 
-// A text without what differs between spellings of one thing: letter case and accents of Latin
+// A text without what differs between spellings of one thing: letter case, accents of Latin
 // letters, blanks, punctuation, and zeros in front.
 std::string LooseForm(std::string_view text);
 

@@ -71,6 +71,25 @@ char32_t NextCharacter(std::string_view& text) {
   return character;
 }
 
+void AppendUtf8(std::string& to, char32_t character) {
+  const auto tail = [](char32_t bits) { return static_cast<char>(0x80U | (bits & 0x3FU)); };
+  if (character < 0x80U) {
+    to += static_cast<char>(character);
+  } else if (character < 0x800U) {
+    to += static_cast<char>(0xC0U | (character >> 6U));
+    to += tail(character);
+  } else if (character < 0x10000U) {
+    to += static_cast<char>(0xE0U | (character >> 12U));
+    to += tail(character >> 6U);
+    to += tail(character);
+  } else {
+    to += static_cast<char>(0xF0U | (character >> 18U));
+    to += tail(character >> 12U);
+    to += tail(character >> 6U);
+    to += tail(character);
+  }
+}
+
 void AppendMarkup(std::string& to, std::string_view text) {
   if (IsUtf8(text)) {
     AppendEntities(to, text);

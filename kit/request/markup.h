@@ -16,6 +16,9 @@ inline constexpr char32_t kReplacement = 0xFFFD;
 // point that is none, give kReplacement.
 VEXEL_API char32_t NextCharacter(std::string_view& text);
 
+// Appends a code point in UTF-8.
+VEXEL_API void AppendUtf8(std::string& to, char32_t character);
+
 // Appends a text as it stands in an element or in an attribute: UTF-8, with entities for what has a
 // meaning there. A byte that is part of no character becomes U+FFFD.
 VEXEL_API void AppendMarkup(std::string& to, std::string_view text);

@@ -7,8 +7,8 @@
 
 #include "kit/publish/fills.h"
 #include "kit/report/area_parents.h"
+#include "kit/request/fold.h"
 #include "kit/site/area_table.h"
-#include "kit/site/fold.h"
 
 namespace vexel {
 

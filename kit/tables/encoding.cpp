@@ -10,6 +10,7 @@
 
 #include "kit/request/error.h"
 #include "kit/request/hints.h"
+#include "kit/request/markup.h"
 #include "kit/tables/latin2_evidence.h"
 
 namespace vexel {
@@ -54,25 +55,6 @@ char32_t CharacterOf(unsigned char byte, Encoding encoding) {
   }
   if (encoding == Encoding::latin2 && byte >= 0xA0) return kLatin2[byte - 0xA0U];
   return byte;
-}
-
-void AppendUtf8(std::string& text, char32_t code) {
-  const auto tail = [](char32_t bits) { return static_cast<char>(0x80U | (bits & 0x3FU)); };
-  if (code < 0x80U) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800U) {
-    text += static_cast<char>(0xC0U | (code >> 6U));
-    text += tail(code);
-  } else if (code < 0x10000U) {
-    text += static_cast<char>(0xE0U | (code >> 12U));
-    text += tail(code >> 6U);
-    text += tail(code);
-  } else {
-    text += static_cast<char>(0xF0U | (code >> 18U));
-    text += tail(code >> 12U);
-    text += tail(code >> 6U);
-    text += tail(code);
-  }
 }
 
 std::string FromOneByte(std::string_view bytes, Encoding encoding) {

@@ -11,11 +11,11 @@
 #include <set>
 
 #include "kit/publish/fills.h"
+#include "kit/request/fold.h"
 #include "kit/request/markup.h"
 #include "kit/request/query.h"
 #include "kit/request/values.h"
 #include "kit/site/area_table.h"
-#include "kit/site/fold.h"
 #include "kit/site/histogram.h"
 #include "kit/site/pieces.h"
 #include "support/files.h"

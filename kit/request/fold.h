@@ -1,7 +1,7 @@
 // Names as they are looked for and sorted.
 
-#ifndef VEXEL_KIT_SITE_FOLD_H_
-#define VEXEL_KIT_SITE_FOLD_H_
+#ifndef VEXEL_KIT_REQUEST_FOLD_H_
+#define VEXEL_KIT_REQUEST_FOLD_H_
 
 #include <vexel/platform/export.h>
 
@@ -19,4 +19,4 @@ VEXEL_API std::string SortKey(std::string_view text);
 
 }  // namespace vexel
 
-#endif  // VEXEL_KIT_SITE_FOLD_H_
+#endif  // VEXEL_KIT_REQUEST_FOLD_H_

@@ -1,4 +1,4 @@
-#include "kit/site/fold.h"
+#include "kit/request/fold.h"
 
 #include <algorithm>
 
@@ -32,27 +32,6 @@ char32_t Small(char32_t character) {
     return character + kStep;
   }
   return IsBetween(character, 0x400, 0x40F) ? character + kFarStep : character;
-}
-
-void AppendUtf8(std::string& to, char32_t character) {
-  constexpr unsigned kBits = 6;
-  constexpr char32_t kMask = 0x3F;
-  const auto add = [&](char32_t byte) { to += static_cast<char>(byte); };
-  if (character < 0x80) {
-    add(character);
-  } else if (character < 0x800) {
-    add(0xC0 | character >> kBits);
-    add(0x80 | (character & kMask));
-  } else {
-    if (character < 0x10000) {
-      add(0xE0 | character >> 2 * kBits);
-    } else {
-      add(0xF0 | character >> 3 * kBits);
-      add(0x80 | (character >> 2 * kBits & kMask));
-    }
-    add(0x80 | (character >> kBits & kMask));
-    add(0x80 | (character & kMask));
-  }
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
