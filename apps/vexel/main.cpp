@@ -21,21 +21,13 @@ namespace vexel::cli {
 
 namespace {
 
+// What this program does itself, or another that stands beside it.
 struct Command {
   std::string_view name;
   std::string_view summary;
   int (*run)(int argc, const char* const* argv, CliHost& host);
+  const char* program = nullptr;  // in place of `run`
 };
-
-// Runs a program that stands beside this one.
-template <const char* kName>
-int Beside(int /*argc*/, const char* const* argv, CliHost& /*host*/) {
-  return RunOtherProgram(kName, "this command is the program", argv);
-}
-
-constexpr char kImport[] = "vexel-import";
-constexpr char kPrint[] = "vexel-print";
-constexpr char kServe[] = "vexel-serve";
 
 constexpr std::array kCommands{
     Command{"render", "Draw a map page, with a web page and a report", Render},
@@ -45,11 +37,11 @@ constexpr std::array kCommands{
     Command{"decompile", "Write the text form of a compiled map", Decompile},
     Command{"convert", "Read a data file and write it again", Convert},
     Command{"check", "List what is doubtful in maps and data files", Check},
-    Command{"import", "Make maps and data files of geodata and tables", Beside<kImport>},
+    Command{"import", "Make maps and data files of geodata and tables", nullptr, "vexel-import"},
     Command{"palettes", "Show the palettes by name", ShowPalettes},
     Command{"tree", "List the areas of a map for a web page", Tree},
-    Command{"print", "Draw a page for publication, as PNG or PDF", Beside<kPrint>},
-    Command{"serve", "Show data sets in a browser", Beside<kServe>},
+    Command{"print", "Draw a page for publication, as PNG or PDF", nullptr, "vexel-print"},
+    Command{"serve", "Show data sets in a browser", nullptr, "vexel-serve"},
 };
 
 void PrintHelp() {
@@ -89,14 +81,19 @@ const Command& CommandNamed(std::string_view name) {
                      std::string(name) + (hint.empty() ? "; there are " + Joined(names) : hint));
 }
 
+int Start(const Command& command, int argc, const char* const* argv, CliHost& host) {
+  if (command.program == nullptr) return command.run(argc, argv, host);
+  return RunOtherProgram(command.program, "this command is the program", argv);
+}
+
 // What `vexel COMMAND --help` prints.
 int Help(const char* name) {
   const std::array<const char*, 3> arguments{name, "--help", nullptr};
   CliHost host;
-  return CommandNamed(name).run(static_cast<int>(arguments.size()) - 1, arguments.data(), host);
+  return Start(CommandNamed(name), static_cast<int>(arguments.size()) - 1, arguments.data(), host);
 }
 
-// The commands one after the other, each by itself if it is one of this program's.
+// The list of commands as the build takes it.
 int DescribeAll() {
   const char* between = "[";
   for (const Command& command : kCommands) {
@@ -104,9 +101,7 @@ int DescribeAll() {
     json.BeginObject();
     json.Member("name", command.name);
     json.Member("summary", command.summary);
-    json.Name("isOther");
-    json.Value(command.run == Beside<kImport> || command.run == Beside<kPrint> ||
-               command.run == Beside<kServe>);
+    json.Member("isOther", command.program != nullptr);
     json.EndObject();
     std::fputs(between, stdout);
     std::puts(std::move(json).Take().c_str());
@@ -133,7 +128,7 @@ int Run(int argc, const char* const* argv) {
   CliHost host;
   const CurrentHost current(host);
   try {
-    const int status = command.run(argc - 1, argv + 1, host);
+    const int status = Start(command, argc - 1, argv + 1, host);
     host.TellOfMoreMessages(false);
     host.TellOfMoreRemarks();
     return status;
