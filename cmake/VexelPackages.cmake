@@ -21,37 +21,32 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
 set(CPACK_COMPONENTS_ALL)
-set(package_dir "${PROJECT_BINARY_DIR}/packaging")
-file(MAKE_DIRECTORY "${package_dir}")
+set(packaging_dir "${PROJECT_BINARY_DIR}/packaging")
+file(MAKE_DIRECTORY "${packaging_dir}")
 execute_process(
   COMMAND gzip -9n
   INPUT_FILE "${PROJECT_SOURCE_DIR}/packaging/changelog"
-  OUTPUT_FILE "${package_dir}/changelog.gz"
+  OUTPUT_FILE "${packaging_dir}/changelog.gz"
   COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${PROJECT_SOURCE_DIR}/LICENSE" license)
 file(READ "${PROJECT_SOURCE_DIR}/docs/third-party.md" third_party)
-file(WRITE "${package_dir}/copyright"
+file(WRITE "${packaging_dir}/copyright"
   "${license}\n${third_party}\n"
   "On Debian systems the Apache License 2.0 stands in /usr/share/common-licenses/Apache-2.0.\n")
 
 # vexel_package(COMPONENT NAME SECTION SUMMARY TEXT [DEPENDENCY...]): what a package is called and says.
 function(vexel_package component name section summary text)
   string(TOUPPER ${component} part)
-  foreach(entry IN ITEMS
-      "PACKAGE_NAME=${name}" "PACKAGE_SECTION=${section}" "DESCRIPTION=${summary}\n${text}")
-    string(REGEX MATCH "^([A-Z_]+)=" ignored "${entry}")
-    set(key ${CMAKE_MATCH_1})
-    string(LENGTH "${key}=" length)
-    string(SUBSTRING "${entry}" ${length} -1 value)
-    set(CPACK_DEBIAN_${part}_${key} "${value}" PARENT_SCOPE)
-  endforeach()
+  set(CPACK_DEBIAN_${part}_PACKAGE_NAME "${name}" PARENT_SCOPE)
+  set(CPACK_DEBIAN_${part}_PACKAGE_SECTION "${section}" PARENT_SCOPE)
+  set(CPACK_DEBIAN_${part}_DESCRIPTION "${summary}\n${text}" PARENT_SCOPE)
   list(JOIN ARGN ", " depends)
   set(CPACK_DEBIAN_${part}_PACKAGE_DEPENDS "${depends}" PARENT_SCOPE)
   list(APPEND CPACK_COMPONENTS_ALL ${component})
   set(CPACK_COMPONENTS_ALL "${CPACK_COMPONENTS_ALL}" PARENT_SCOPE)
 
   set(doc "share/doc/${name}")
-  install(FILES "${package_dir}/copyright" "${package_dir}/changelog.gz"
+  install(FILES "${packaging_dir}/copyright" "${packaging_dir}/changelog.gz"
     DESTINATION ${doc} COMPONENT ${component} EXCLUDE_FROM_ALL)
   set(overrides "${PROJECT_SOURCE_DIR}/packaging/${name}.overrides")
   if(EXISTS "${overrides}")
@@ -81,7 +76,6 @@ if(TARGET vexel_import)
   vexel_package(import vexel-import graphics "thematic maps of areas and statistics - import"
     "${what}\nThis makes maps and data files of geodata and tables.")
 endif()
-
 if(TARGET vexel_serve)
   vexel_package(serve vexel-serve web "thematic maps of areas and statistics - web server"
     "${what}\nThis shows all pages of a data set in a browser.")

@@ -128,7 +128,7 @@ if(TARGET vexel_serve AND Python3_FOUND)
   add_test(NAME serve/Abuse
     COMMAND Python3::Interpreter "${tests_dir}/serve/abuse.py"
       $<TARGET_FILE:vexel_serve> "${PROJECT_SOURCE_DIR}/samples/us-conus.mdf")
-  set_tests_properties(serve/Abuse PROPERTIES LABELS serve TIMEOUT 300)
+  set_tests_properties(serve/Abuse PROPERTIES LABELS "serve;slow" TIMEOUT 300)
 endif()
 
 # Web pages as a browser takes them, where there is one that works without a window.

@@ -28,10 +28,29 @@ use_programs() {
   vexel render "$sources/samples/us-counties.mdf" --quiet -o page.png
   vexel import "$sources/samples/tutorial/counties.shp" --quiet --key geoid --name name -o own
   [[ -s page.svg && -s page.png && -s own.map ]] || fail "a program has not done its work"
+  use_server
   local page
   for page in vexel vexel-render vexel-import; do
     [[ -e /usr/share/man/man1/$page.1.gz ]] || fail "there is no manual page of $page"
   done
+}
+
+# One page of it, asked for as a browser would.
+use_server() {
+  vexel serve "$sources/samples/us-counties.mdf" --port 0 --log none >address &
+  local server=$! address='' line=''
+  trap 'kill "$server" 2>/dev/null' RETURN
+  for _ in $(seq 100); do
+    read -r address <address && break
+    sleep 0.1
+  done
+  address=${address#http://}
+  address=${address%/}
+  exec 3<>"/dev/tcp/${address%:*}/${address#*:}"
+  printf 'GET /us-counties HTTP/1.1\r\nHost: %s\r\nConnection: close\r\n\r\n' "$address" >&3
+  read -r line <&3
+  exec 3>&-
+  [[ $line == "HTTP/1.1 200 OK"* ]] || fail "the server answers \"$line\""
 }
 
 use_library() {
