@@ -20,7 +20,6 @@ constexpr std::array kReasons{
     std::pair{Status::forbidden, "Forbidden"},
     std::pair{Status::notFound, "Not Found"},
     std::pair{Status::methodNotAllowed, "Method Not Allowed"},
-    std::pair{Status::timeout, "Request Timeout"},
     std::pair{Status::bodyTooLarge, "Payload Too Large"},
     std::pair{Status::targetTooLong, "URI Too Long"},
     std::pair{Status::headTooLarge, "Request Header Fields Too Large"},
@@ -39,6 +38,8 @@ bool IsText(std::string_view type) {
                      [=](std::string_view text) { return type.starts_with(text); });
 }
 
+}  // namespace
+
 // FNV-1a in two lanes, so that different bodies meet by chance no more than they do by one of
 // 128 bits.
 std::string TagOf(std::string_view body) {
@@ -56,8 +57,6 @@ std::string TagOf(std::string_view body) {
   end = std::to_chars(end, end + kHex, second, kHex).ptr;
   return {digits.data(), end};
 }
-
-}  // namespace
 
 std::string_view ReasonOf(Status status) {
   const auto* found = std::find_if(kReasons.begin(), kReasons.end(),

@@ -18,7 +18,6 @@ enum class Status : int {
   forbidden = 403,
   notFound = 404,
   methodNotAllowed = 405,
-  timeout = 408,
   bodyTooLarge = 413,
   targetTooLong = 414,
   headTooLarge = 431,
@@ -54,6 +53,9 @@ struct Answer {
 };
 
 using AnswerPtr = std::shared_ptr<const Answer>;
+
+// A text of letters and digits, the same for equal bodies and hardly for others.
+std::string TagOf(std::string_view body);
 
 // Fills in tag and packed form of an answer that may be kept.
 void Finish(Answer& answer);

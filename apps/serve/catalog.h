@@ -53,7 +53,6 @@ class LoadedSet {
     ~Loan();
 
     KeptView& Kept() { return *kept_; }
-    View& GetView() { return *kept_->view; }
 
     // Why it is not of the files as they are now; empty when it is.
     const std::string& Trouble() const { return trouble_; }

@@ -104,7 +104,7 @@ class Drawer {
         Set("data", kJson, OutlinesJson(view, target_.show));
         break;
       case Part::at:
-        Set("at", kJson, AtJson(site_, view, FinderOf(kept), target_));
+        Set("at", kJson, AtJson(view, FinderOf(kept), target_));
         break;
       case Part::go:
         answer_.kind = "at";

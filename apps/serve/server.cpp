@@ -54,7 +54,7 @@ constexpr rlim_t kSpareFiles = 64;  // beside connections
 
 std::string Text(beast::string_view view) { return {view.data(), view.size()}; }
 
-class Session;
+class Connection;
 
 // What all connections share.
 class Hub {
@@ -71,14 +71,14 @@ class Hub {
   // time, has to go.
   bool HasRoom();
 
-  void Enter(Session* session) {
-    sessions_.insert(session);
-    service_.SetConnections(sessions_.size());
+  void Enter(Connection* connection) {
+    open_.insert(connection);
+    service_.SetConnections(open_.size());
   }
-  void Leave(Session* session) {
-    sessions_.erase(session);
-    service_.SetConnections(sessions_.size());
-    if (isEnding_ && sessions_.empty() && whenEmpty_) whenEmpty_();
+  void Leave(Connection* connection) {
+    open_.erase(connection);
+    service_.SetConnections(open_.size());
+    if (isEnding_ && open_.empty() && whenEmpty_) whenEmpty_();
   }
 
   // Lets go of connections that wait for a request, and of the others when they have their answers.
@@ -93,25 +93,25 @@ class Hub {
 
  private:
   const Options& options_;
-  std::unordered_set<Session*> sessions_;
+  std::unordered_set<Connection*> open_;
   std::function<void()> whenEmpty_;
   bool isEnding_ = false;
   Service service_;
 };
 
 // One connection. Lives as long as something is awaited of it.
-class Session : public std::enable_shared_from_this<Session> {
+class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  Session(tcp::socket socket, Hub& hub) : stream_(std::move(socket)), hub_(hub) {
+  Connection(tcp::socket socket, Hub& hub) : stream_(std::move(socket)), hub_(hub) {
     error_code error;
     stream_.socket().set_option(tcp::no_delay(true), error);
     const tcp::endpoint client = stream_.socket().remote_endpoint(error);
     if (!error) client_ = client.address().to_string();
     hub_.Enter(this);
   }
-  Session(const Session&) = delete;
-  Session& operator=(const Session&) = delete;
-  ~Session() { hub_.Leave(this); }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection() { hub_.Leave(this); }
 
   void Read() {
     if (hub_.IsEnding()) return;
@@ -279,18 +279,18 @@ class Session : public std::enable_shared_from_this<Session> {
 void Hub::End(std::function<void()> whenEmpty) {
   isEnding_ = true;
   whenEmpty_ = std::move(whenEmpty);
-  if (sessions_.empty()) return whenEmpty_();
-  for (Session* session : sessions_) {
-    if (session->IsIdle()) session->Close();
+  if (open_.empty()) return whenEmpty_();
+  for (Connection* connection : open_) {
+    if (connection->IsIdle()) connection->Close();
   }
 }
 
 bool Hub::HasRoom() {
-  if (sessions_.size() < options_.connections) return true;
-  Session* longest = nullptr;
-  for (Session* session : sessions_) {
-    const bool isLonger = longest == nullptr || session->IdleSince() < longest->IdleSince();
-    if (session->IsIdle() && isLonger) longest = session;
+  if (open_.size() < options_.connections) return true;
+  Connection* longest = nullptr;
+  for (Connection* connection : open_) {
+    const bool isLonger = longest == nullptr || connection->IdleSince() < longest->IdleSince();
+    if (connection->IsIdle() && isLonger) longest = connection;
   }
   if (longest == nullptr) return false;
   longest->Close();
@@ -339,10 +339,10 @@ class Listening {
  private:
   void Welcome(tcp::socket socket) {
     const bool hasRoom = hub_.HasRoom();
-    const auto session = std::make_shared<Session>(std::move(socket), hub_);
-    if (hasRoom) return session->Read();
+    const auto connection = std::make_shared<Connection>(std::move(socket), hub_);
+    if (hasRoom) return connection->Read();
     ++hub_.GetService().GetMetrics().refusedConnections;
-    session->Turn(Status::busy);
+    connection->Turn(Status::busy);
   }
 
   // No descriptor is left, perhaps: one will come back.

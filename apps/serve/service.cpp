@@ -56,16 +56,15 @@ std::string_view ExtraFor(Status status) {
 
 // Equal for requests that have the same answer, as long as the files are the same.
 std::string KeyOf(const Target& target) {
-  const bool isQuestion = target.part == Part::at || target.part == Part::go;
-  std::string key = AddressOf(target.show, isQuestion ? Part::page : target.part);
-  if (isQuestion) {
-    key += target.part == Part::at ? " at" : " go";
-    if (target.pixel) {
-      key += ' ' + std::to_string(target.pixel->x) + ' ' + std::to_string(target.pixel->y);
-    }
-    if (target.key) key += " key " + KeyText(*target.key);
-    if (target.way) key += " way " + std::to_string(static_cast<int>(*target.way));
+  // What `go` leads to has all of the state that it came from.
+  const bool isGo = target.part == Part::go;
+  std::string key = AddressOf(target.show, isGo ? Part::page : target.part);
+  if (isGo) key += " go";
+  if (target.pixel) {
+    key += ' ' + std::to_string(target.pixel->x) + ' ' + std::to_string(target.pixel->y);
   }
+  if (target.key) key += " key " + KeyText(*target.key);
+  if (target.way) key += " way " + std::to_string(static_cast<int>(*target.way));
   // Pages tell what was wrong with their address.
   for (const std::string& problem : target.show.problems) key += '\n' + problem;
   return key;

@@ -1,4 +1,4 @@
-// How the scripts of pages find areas from their outlines.
+// What the scripts of pages share: how they find areas from outlines, and where a tip stands.
 
 #ifndef VEXEL_KIT_REPORT_AREA_SEARCH_H_
 #define VEXEL_KIT_REPORT_AREA_SEARCH_H_
@@ -178,6 +178,18 @@ function areaFinder(outlines, gridWidth, gridHeight) {
   }
 
   return {areaAt, centreOf, neighbour};
+}
+
+// Beside a place, and always whole inside the window.
+function placeTip(tip, [x, y]) {
+  const GAP = 14, RIM = 4;
+  tip.hidden = false;
+  tip.style.left = tip.style.top = '0';
+  const {width, height} = tip.getBoundingClientRect();
+  const most = document.documentElement.clientWidth - width - RIM;
+  const below = y + GAP, isBelow = below + height + RIM <= window.innerHeight;
+  tip.style.left = Math.max(RIM, Math.min(x + GAP, most)) + 'px';
+  tip.style.top = Math.max(RIM, isBelow ? below : y - GAP - height) + 'px';
 }
 )js";
 

@@ -41,11 +41,13 @@ std::string CsvText(View& view) {
   rows.Cell(SubjectOf(view));
   rows.Cell("Group");
   rows.End();
-  for (const CMapOb* area : view.areas) {
+  const AreaParents parents(view);
+  for (std::size_t i = 0; i < view.areas.size(); ++i) {
+    const CMapOb* const area = view.areas[i];
     const std::optional<double> value = ValueOf(view, *area);
     rows.Cell(KeyText(area->GetArea()));
     rows.Cell(area->GetName().View());
-    rows.Cell(ParentText(view.map, area));
+    rows.Cell(parents.TextFor(i));
     rows.Cell(value ? NumberText(*value) : "");
     rows.Cell(view.legend.GetRow(SlotOf(view, *area)).text);
     rows.End();

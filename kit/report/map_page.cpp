@@ -99,13 +99,12 @@ std::string Body(View& view, const Drawing& drawing, const AreaParents& parents,
   const bool hasRows = count <= kMostRows;
   const std::string rows = std::to_string(hasRows ? kMostRows : kRowsAtATime);
   const std::string areas = Counted(count, "area");
-  const std::string groups = Counted(view.legend.numGroups, "group");
   return Filled(kMapPageBody,
                 {{"SWATCHES", SwatchStyles(view.legend, drawing)},
                  {"TITLE", title},
                  {"WITHOUT", hasRows ? "The table below holds all of them." : "So does the table."},
                  {"PICTURE", PercentEncoded(picture, "/")},
-                 {"ALTERNATIVE", "Map: " + title + ". " + areas + " in " + groups + " of colour."},
+                 {"ALTERNATIVE", AlternativeText(view, title)},
                  {"WIDTH", std::to_string(drawing.width)},
                  {"HEIGHT", std::to_string(drawing.height)},
                  {"GRIDWIDTH", InSteps(drawing, drawing.width)},

@@ -66,17 +66,9 @@ function areaUnder(event) {
   return areaAt((event.clientX - box.left) * gridWidth / box.width, (event.clientY - box.top) * gridHeight / box.height);
 }
 
-// Beside a place, and always whole inside the window.
-function showTip(area, [x, y]) {
-  const GAP = 14, RIM = 4;
+function showTip(area, place) {
   describe(tip, area);
-  tip.hidden = false;
-  tip.style.left = tip.style.top = '0';
-  const {width, height} = tip.getBoundingClientRect();
-  const most = document.documentElement.clientWidth - width - RIM;
-  const below = y + GAP, isBelow = below + height + RIM <= window.innerHeight;
-  tip.style.left = Math.max(RIM, Math.min(x + GAP, most)) + 'px';
-  tip.style.top = Math.max(RIM, isBelow ? below : y - GAP - height) + 'px';
+  placeTip(tip, place);
 }
 
 function draw(kind, area) {

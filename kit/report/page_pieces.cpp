@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kit/request/hints.h"
 #include "kit/request/json_text.h"
 #include "kit/request/markup.h"
 
@@ -30,6 +31,12 @@ void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*
     path.push_back(path.back()->GetParent());
   }
   std::reverse(path.begin(), path.end());
+}
+
+std::string AlternativeText(const View& view, std::string_view title) {
+  std::string text = "Map: ";
+  return text.append(title) + ". " + Counted(view.areas.size(), "area") + " in " +
+         Counted(view.legend.numGroups, "group") + " of colour.";
 }
 
 std::string LevelHeading(const CVELAMap& map) {

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "kit/view/view.h"
+
 namespace vexel {
 
 // Replaces each "$NAME$" of a text by its value, in one pass, so that values may hold anything.
@@ -21,6 +23,9 @@ std::string Filled(std::string_view pattern,
 // Sets `path` to the areas that an area lies in, below the draw root: the uppermost first and
 // itself last.
 void FindPath(const CVELAMap& map, const CMapOb* area, std::vector<const CMapOb*>& path);
+
+// What a picture with that title is to those who do not see it.
+std::string AlternativeText(const View& view, std::string_view title);
 
 // The name of the level that is drawn, as markup; "Area" where it has none.
 std::string LevelHeading(const CVELAMap& map);

@@ -18,9 +18,7 @@ std::string ComparedColumn::TextFor(const CMapOb& area) const {
   const CAreaData* row = area.GetAreaData();
   const double value = row == nullptr ? NO_DATA_VALUE : row->GetValue(column_);
   if (value == NO_DATA_VALUE) return XmlText(view_->legend.noDataText.View());
-  const NumberSeparators& separators = view_->listener.GetSeparators();
-  const int decimals = std::max(view_->data.GetVarDecs(column_), 0);
-  return d2txt(value, static_cast<unsigned>(decimals), separators.thousand, separators.decimal, 1);
+  return ColumnText(*view_, column_, value, view_->listener.GetSeparators());
 }
 
 }  // namespace vexel

@@ -120,10 +120,8 @@ std::string Lines(const Histogram& histogram) {
 }
 
 std::string ValueOn(View& view, double value) {
-  const NumberSeparators& separators = view.listener.GetSeparators();
-  const int decimals = std::max(view.data.GetVarDecs(view.data.GetSelected()), 0);
-  return MarkupText(XmlText(
-      d2txt(value, static_cast<unsigned>(decimals), separators.thousand, separators.decimal, 1)));
+  return MarkupText(
+      XmlText(ColumnText(view, view.data.GetSelected(), value, view.listener.GetSeparators())));
 }
 
 }  // namespace

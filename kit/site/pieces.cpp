@@ -5,6 +5,7 @@
 
 #include "kit/palettes/color.h"
 #include "kit/publish/fills.h"
+#include "kit/report/page_pieces.h"
 #include "kit/request/hints.h"
 #include "kit/request/markup.h"
 
@@ -139,8 +140,7 @@ std::string MissingMarkup(const View& view, const Links& links) {
 }
 
 std::string AlternativeText(View& view) {
-  return "Map: " + XmlText(view.map.GenerateTitle().View()) + ". " + AreasText(view.areas.size()) +
-         " in " + Counted(view.legend.numGroups, "group") + " of colour.";
+  return AlternativeText(view, XmlText(view.map.GenerateTitle().View()));
 }
 
 }  // namespace vexel

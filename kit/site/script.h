@@ -130,17 +130,9 @@ function describe(element, area) {
   element.replaceChildren(...parts);
 }
 
-// Beside a place, and always whole inside the window.
-function showTip(area, [x, y]) {
-  const GAP = 14, RIM = 4;
+function showTip(area, place) {
   describe(tip, area);
-  tip.hidden = false;
-  tip.style.left = tip.style.top = '0';
-  const {width, height} = tip.getBoundingClientRect();
-  const most = document.documentElement.clientWidth - width - RIM;
-  const below = y + GAP, isBelow = below + height + RIM <= window.innerHeight;
-  tip.style.left = Math.max(RIM, Math.min(x + GAP, most)) + 'px';
-  tip.style.top = Math.max(RIM, isBelow ? below : y - GAP - height) + 'px';
+  placeTip(tip, place);
 }
 
 function light(area, place = null) {

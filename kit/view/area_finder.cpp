@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <span>
 
 #include "kit/view/page.h"
@@ -25,7 +26,8 @@ CRect Widened(CRect box, CPoint point) {
           std::max(box.bottom, point.y)};
 }
 
-CRect BoxAround(std::span<const CPoint> points, CRect box = kNowhere) {
+CRect BoxAround(std::span<const CPoint> points) {
+  CRect box = kNowhere;
   for (const CPoint& point : points) box = Widened(box, point);
   return box;
 }
@@ -36,7 +38,7 @@ struct Middle {
 };
 
 Middle MiddleOf(const CRect& box) {
-  return {(double{1} * box.left + box.right) / 2, (double{1} * box.top + box.bottom) / 2};
+  return {std::midpoint<double>(box.left, box.right), std::midpoint<double>(box.top, box.bottom)};
 }
 
 }  // namespace

@@ -164,6 +164,12 @@ void View::Show(Request pageRequest) {
   Prepare();
 }
 
+std::string ColumnText(const View& view, int column, double value,
+                       const NumberSeparators& separators) {
+  const int decimals = std::max(view.data.GetVarDecs(column), 0);
+  return d2txt(value, static_cast<unsigned>(decimals), separators.thousand, separators.decimal, 1);
+}
+
 std::optional<double> ValueOf(const View& view, const CMapOb& area) {
   const CAreaData* row = area.GetAreaData();
   if (row == nullptr) return std::nullopt;
@@ -175,9 +181,7 @@ std::optional<double> ValueOf(const View& view, const CMapOb& area) {
 std::string ValueText(const View& view, const CMapOb& area, const NumberSeparators& separators,
                       const std::string& missing) {
   const std::optional<double> value = ValueOf(view, area);
-  if (!value) return missing;
-  const int decimals = std::max(view.data.GetVarDecs(view.data.GetSelected()), 0);
-  return d2txt(*value, static_cast<unsigned>(decimals), separators.thousand, separators.decimal, 1);
+  return value ? ColumnText(view, view.data.GetSelected(), *value, separators) : missing;
 }
 
 std::string SubjectOf(View& view) {

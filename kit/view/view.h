@@ -58,6 +58,10 @@ struct VEXEL_API View {
   NumberSeparators hostSeparators_;  // without a request's own
 };
 
+// A number with the decimals of a column.
+VEXEL_API std::string ColumnText(const View& view, int column, double value,
+                                 const NumberSeparators& separators);
+
 // The selected value of an area; nothing when it has none.
 VEXEL_API std::optional<double> ValueOf(const View& view, const CMapOb& area);
 

@@ -45,7 +45,7 @@ struct Ring {
 
 // Copies vertices to `to` without those that repeat the one before, and returns the end of what it
 // has written; of two or more it leaves two. No pixel of fill or outline changes by that. On a page
-// of a hundred thousand areas three vertices of four go.
+// of a hundred thousand areas two vertices of three go.
 inline CPoint* CopyDistinct(std::span<const CPoint> vertices, CPoint* to) noexcept {
   if (vertices.empty()) return to;
   const CPoint* const begin = to;

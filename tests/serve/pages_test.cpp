@@ -155,7 +155,7 @@ TEST_F(Pages, TellsAreasAndTheirNeighbours) {
   AreaFinder finder(view);
   Target target;
   target.show = show;
-  const auto ask = [&] { return Json::parse(AtJson(site_, view, finder, target)); };
+  const auto ask = [&] { return Json::parse(AtJson(view, finder, target)); };
   const Json outlines = Json::parse(OutlinesJson(view, show));
   for (std::size_t i = 0; i < view.areas.size(); ++i) {
     target.key = view.areas[i]->GetArea();

@@ -120,7 +120,7 @@ std::string OutlinesJson(View& view, const Show& show) {
   return json + "]}\n";
 }
 
-std::string AtJson(const Site& /*site*/, View& view, AreaFinder& finder, const Target& target) {
+std::string AtJson(View& view, AreaFinder& finder, const Target& target) {
   const CMapOb* area = AreaOf(view, finder, target);
   if (area == nullptr) return "null\n";
   std::string json = "{\"key\":";

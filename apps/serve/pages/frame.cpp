@@ -1,9 +1,8 @@
 #include "apps/serve/pages/frame.h"
 
 #include <array>
-#include <charconv>
-#include <cstdint>
 
+#include "apps/serve/answer.h"
 #include "kit/report/area_search.h"
 #include "kit/report/base_style.h"
 #include "kit/request/hints.h"
@@ -25,7 +24,7 @@ constexpr std::string_view kIconName = "icon.svg";
 std::string AddressFor(const Site& site, std::string_view name) {
   for (const Asset& asset : Assets()) {
     if (asset.name != name) continue;
-    return MarkupText(site.base) + "/assets/" + std::string(name) + "?v=" + VersionOf(asset);
+    return MarkupText(site.base) + "/assets/" + std::string(name) + "?v=" + asset.version;
   }
   return {};
 }
@@ -35,21 +34,13 @@ std::string AddressFor(const Site& site, std::string_view name) {
 std::span<const Asset> Assets() {
   static const std::string style = std::string(kBaseStyle) + std::string(kSiteStyle);
   static const std::string script = std::string(kAreaSearch) + std::string(kSiteScript);
-  static const std::array assets{Asset{kStyleName, "text/css; charset=utf-8", style},
-                                 Asset{kScriptName, "text/javascript; charset=utf-8", script},
-                                 Asset{kIconName, "image/svg+xml", kIcon}};
+  const auto made = [](std::string_view name, std::string_view type, std::string_view text) {
+    return Asset{name, type, text, TagOf(text)};
+  };
+  static const std::array assets{made(kStyleName, "text/css; charset=utf-8", style),
+                                 made(kScriptName, "text/javascript; charset=utf-8", script),
+                                 made(kIconName, "image/svg+xml", kIcon)};
   return assets;
-}
-
-std::string VersionOf(const Asset& asset) {
-  constexpr int kBase = 36;
-  std::uint64_t hash = 0xCBF29CE484222325;
-  for (const char c : asset.text) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * std::uint64_t{0x100000001B3};
-  }
-  std::array<char, 16> text;
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), hash, kBase).ptr;
-  return {text.data(), end};
 }
 
 std::string Framed(const Site& site, const Frame& frame) {

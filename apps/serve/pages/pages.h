@@ -39,11 +39,9 @@ struct Asset {
   std::string_view name;
   std::string_view mediaType;
   std::string_view text;
+  std::string version;  // changes whenever the text does
 };
 std::span<const Asset> Assets();
-
-// Changes whenever the text does.
-std::string VersionOf(const Asset& asset);
 
 // The whole document each. `trouble` says what of the state cannot be shown, and that the page
 // shows something else therefore; empty: nothing. MapPage may show the variable to compare in
@@ -57,7 +55,7 @@ std::string OutlinesJson(View& view, const Show& show);
 
 // What there is to tell of the area that `target` names by pixel of the GIF page, key, or way from
 // a key: an object, or "null" for none.
-std::string AtJson(const Site& site, View& view, AreaFinder& finder, const Target& target);
+std::string AtJson(View& view, AreaFinder& finder, const Target& target);
 
 // The address, with the base path, to which a click on a pixel of the page's picture leads: that of
 // the area there with what is below it; of one with nothing below it, the page with its row; or of

@@ -67,10 +67,6 @@ std::string ViewerLinks::ToSlot(std::optional<int> slot) const {
 
 std::string ViewerLinks::To(Part part) const { return Whole(show_, part); }
 
-std::string ViewerLinks::ToAsset(const Asset& asset) const {
-  return base_ + "/assets/" + std::string(asset.name) + "?v=" + VersionOf(asset);
-}
-
 std::string ViewerLinks::ToParent() const {
   const CMapOb* root = view_.map.GetDrawRoot();
   if (root == &view_.map) return {};

@@ -25,7 +25,6 @@ class ViewerLinks : public Links {
 
   std::string To(Part part) const;
   std::string ToCatalog() const { return base_ + '/'; }
-  std::string ToAsset(const Asset& asset) const;
   std::string ToParent() const;  // empty on the whole map
 
   // The same for any area on show, with "{key}" for its codes.
