@@ -39,7 +39,6 @@ use_programs() {
 use_server() {
   vexel serve "$sources/samples/us-counties.mdf" --port 0 --log none >address &
   local server=$! address='' line=''
-  trap 'kill "$server" 2>/dev/null' RETURN
   for _ in $(seq 100); do
     read -r address <address && break
     sleep 0.1
@@ -50,6 +49,8 @@ use_server() {
   printf 'GET /us-counties HTTP/1.1\r\nHost: %s\r\nConnection: close\r\n\r\n' "$address" >&3
   read -r line <&3
   exec 3>&-
+  kill "$server"
+  wait "$server" || fail "the server ends with $?"
   [[ $line == "HTTP/1.1 200 OK"* ]] || fail "the server answers \"$line\""
 }
 
