@@ -20,7 +20,7 @@ from dataclasses import dataclass
 HERE = pathlib.Path("tests/mutate")
 WORK = pathlib.Path("build/mutate")
 COPY, BUILD = WORK / "source", WORK / "build"
-MUTATED, LINKED = ("src", "kit", "apps"), ("cmake", "docs", "fuzz", "samples", "tests", "CMakeLists.txt")
+MUTATED, LINKED = ("src", "kit", "apps"), ("cmake", "docs", "fuzz", "packaging", "samples", "tests", "CMakeLists.txt", "LICENSE")
 JOBS = 2
 MEMORY = 6 << 30  # bytes that a test may take when a fault makes it go on for ever
 # Which tests are likely to notice a fault of a folder, besides those of the same name.
