@@ -22,6 +22,7 @@ namespace vexel::test {
 namespace {
 
 const std::string kCounties = VEXEL_SAMPLES_DIR "/us-counties.mdf";
+const std::string kTurning = VEXEL_SAMPLES_DIR "/us-conus.mdf";  // when zoomed to a state
 
 // Requests that users could make of the counties, some of them wrong.
 class Requests {
@@ -35,8 +36,8 @@ class Requests {
                         One({"", "", "&intervals=natural", "&intervals=widths", "&bounds=3,7,9",
                              "&midpoint=5&intervals=widths"}) +
                         One({"", "&groups=3", "&groups=7", "&groups=1"}) +
-                        One({"", "&thousands=.&decimal=,", "&reverse=1", "&open-ends=1",
-                             "&legend-counts=1", "&zero-apart=1", "&group-names=a,b"});
+                        One({"", "&separators=.,", "&reverse=1", "&open-ends=1", "&legend-counts=1",
+                             "&zero-apart=1", "&group-names=a,b"});
     if (Below(2) == 0) query += "&zoom=" + std::to_string(Below(57));
     if (Below(6) == 0) query += "&outline=" + std::to_string(Below(57));
     if (Below(6) == 0) query += "&box=" + std::to_string(Below(57));
@@ -103,13 +104,17 @@ unsigned long ColorAt(gdImagePtr picture, CPoint pixel) {
          static_cast<unsigned long>(gdImageBlue(picture, color)) << 16;
 }
 
-// Zoomed to a state, the map is turned.
 TEST(AreaFinder, AgreesWithThePicture) {
   Requests requests;
-  for (const char* query : {"level=2", "zoom=48", "zoom=2&size=300x500", "level=2&zoom=6",
-                            "level=2&outline=48,113&outline=6,37", "level=1&size=90x70"}) {
+  for (const auto& [data, query] : {std::pair{kCounties, "level=2"},
+                                    {kCounties, "zoom=48"},
+                                    {kCounties, "zoom=2&size=300x500"},
+                                    {kCounties, "level=2&outline=48,113&outline=6,37"},
+                                    {kCounties, "level=1&size=90x70"},
+                                    {kTurning, "zoom=53"},
+                                    {kTurning, "zoom=12"}}) {
     Request request;
-    request.data = kCounties;
+    request.data = data;
     std::vector<std::string> problems;
     ReadQuery(request, std::string("no-title=1&no-legend=1&") + query, &problems);
     View view(request);
@@ -135,7 +140,7 @@ TEST(AreaFinder, AgreesWithThePicture) {
   }
 }
 
-// Four squares about a fifth, and one that has no outline.
+// Four squares about a fifth, one far above it, one aside, and one that has no outline.
 class SquaresTest : public testing::Test {
  protected:
   SquaresTest() {
@@ -144,7 +149,7 @@ class SquaresTest : public testing::Test {
     std::string data =
         "[MapDataFile]\nVersion=Ortex 3.2\nMapFile=row\nAreaLevels=1\nVariables=1\n"
         "Thousands=Comma\nDecimal=Dot\nNoValue=N/A\nMapLabel=~\n[Data]\nPart\tArea Name\ta,b\n";
-    const int places[][2] = {{1, 1}, {1, 2}, {2, 1}, {1, 0}, {0, 1}};
+    const int places[][2] = {{1, 1}, {1, 2}, {2, 1}, {1, 0}, {0, 1}, {1, 6}, {3, 3}};
     int key = 0;
     for (const auto& [x, y] : places) {
       const auto text = [](int a, int b) {
@@ -154,8 +159,8 @@ class SquaresTest : public testing::Test {
       map += "[GeoUnit]\nName=P" + code + "\nAreaStructure=" + code + "\n[Polygon]\n" + text(x, y) +
              text(x + 1, y) + text(x + 1, y + 1) + text(x, y + 1);
     }
-    map += "[GeoUnit]\nName=P \"6\", x\nAreaStructure=6\n";
-    for (int i = 1; i <= 6; ++i) {
+    map += "[GeoUnit]\nName=P \"8\", x\nAreaStructure=8\n";
+    for (int i = 1; i <= 8; ++i) {
       data += std::to_string(i) + "\t~\t" + (i == 2 ? "N/A" : std::to_string(i) + ".25") + '\n';
     }
     folder.Write("row.map", map);
@@ -168,6 +173,17 @@ class SquaresTest : public testing::Test {
   Request request;
 };
 
+// Without names of levels there is still one to draw.
+TEST_F(SquaresTest, AreShownAgain) {
+  std::string map = folder.Read("row.map");
+  map.erase(map.find("[AreaLevels]"), std::string("[AreaLevels]\nName=Part\n").size());
+  folder.Write("row.map", map);
+  View view(request);
+  const std::string first = GifText(view);
+  view.Show(request);
+  EXPECT_TRUE(GifText(view) == first);
+}
+
 TEST_F(SquaresTest, HaveNeighbours) {
   View view(request);
   const AreaFinder finder(view);
@@ -176,18 +192,19 @@ TEST_F(SquaresTest, HaveNeighbours) {
   };
   EXPECT_EQ((std::array{next(0, 0, -1), next(0, 1, 0), next(0, 0, 1), next(0, -1, 0)}),
             (std::array{2, 3, 4, 5}));
-  EXPECT_EQ(next(1, 0, -1), 2) << "nothing lies above";
-  EXPECT_EQ(next(1, 1, 0), 3) << "aside is better than nothing";
-  EXPECT_EQ(next(5, 1, 0), 6) << "no outline, no place";
+  EXPECT_EQ(next(5, 0, -1), 6) << "nothing lies above";
+  EXPECT_EQ(next(1, 0, -1), 6) << "far ahead is better than near aside";
+  EXPECT_EQ(next(5, 1, 0), 7) << "aside is better than nothing";
+  EXPECT_EQ(next(7, 1, 0), 8) << "no outline, no place";
 }
 
 TEST_F(SquaresTest, BecomeATable) {
   View view(request);
   EXPECT_EQ(CsvText(view),
             "Key,Name,Part of,\"a,b\",Group\r\n"
-            "1,P1,,1.25,1.25 to 4.24\r\n2,P2,,,No data\r\n3,P3,,3.25,1.25 to "
-            "4.24\r\n4,P4,,4.25,4.25 to 6.25\r\n"
-            "5,P5,,5.25,4.25 to 6.25\r\n6,\"P \"\"6\"\", x\",,6.25,4.25 to 6.25\r\n");
+            "1,P1,,1.25,1.25 to 5.24\r\n2,P2,,,No data\r\n3,P3,,3.25,1.25 to 5.24\r\n"
+            "4,P4,,4.25,1.25 to 5.24\r\n5,P5,,5.25,5.25 to 8.25\r\n6,P6,,6.25,5.25 to 8.25\r\n"
+            "7,P7,,7.25,5.25 to 8.25\r\n8,\"P \"\"8\"\", x\",,8.25,5.25 to 8.25\r\n");
 }
 
 TEST(Arguments, SaySafelyWhatWasAsked) {

@@ -94,6 +94,8 @@ TEST_F(Serving, KeepsAnswersByWhatTheySay) {
   EXPECT_EQ(Ask("/land?var=Deaths&groups=2"), first) << "which is no other page's";
   EXPECT_EQ(Ask("/land/map.gif?sort=value"), Ask("/land/map.gif"));
   EXPECT_NE(Ask("/land/at.json?x=1&y=1"), Ask("/land/at.json?x=1&y=2"));
+  EXPECT_NE(Ask("/land/at.json?key=1&way=left"), Ask("/land/at.json?key=1&way=right"));
+  EXPECT_EQ(Ask("/land/at.json?x=1&y=1&sort=name"), Ask("/land/at.json?x=1&y=1"));
 }
 
 TEST_F(Serving, MakesOneAnswerForAllWhoWait) {
